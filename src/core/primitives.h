@@ -1,0 +1,109 @@
+// Primitive value codecs of the WSP basic types: uintvar, Short-integer,
+// Long-integer, Integer-value, Value-length, Text-string, Quoted-string,
+// Token-text and Version-value, the octet classifier and the text utilities
+// every header codec is built from.
+//
+// Two calling styles live side by side:
+//  - cursor style: a pointer to a byte pointer that is advanced on success
+//    and left alone on failure;
+//  - buffer style: appends at data + offset + length of a wsp_buffer, tests
+//    against size and adds what was written to length.  Writers never roll
+//    back; callers discard a buffer after a failure.
+// Every length, index and counter is uint16_t and wraps at 0x10000.
+#ifndef WSP_CORE_PRIMITIVES_H
+#define WSP_CORE_PRIMITIVES_H
+
+#include <cstdint>
+
+#include "tarnwspencdec.h"
+
+// Status values, as carried in the low 16 bits of every result.
+inline constexpr int kWspOk = WSP_OK;
+inline constexpr int kWspErrArg = WSP_ERR_ARG;
+inline constexpr int kWspErrFail = WSP_ERR_FAIL;
+inline constexpr int kWspErrTruncated = WSP_ERR_TRUNCATED;
+inline constexpr int kWspErrVersion = WSP_ERR_VERSION;
+
+// Value classes of a value's first octet.
+enum : uint8_t {
+    WSP_CLASS_SHORT_LENGTH = 0, // 0..30
+    WSP_CLASS_LENGTH_QUOTE = 1, // 31, a uintvar length follows
+    WSP_CLASS_QUOTE = 2,        // 127, a Text-string starting at 128+ follows
+    WSP_CLASS_QUOTED = 3,       // 34, start of a Quoted-string
+    WSP_CLASS_TEXT = 4,         // 32..126 other than 34
+    WSP_CLASS_SHORT_INT = 5,    // 128..255
+};
+
+// The class of one octet (the same decision as wsp_value_class).
+constexpr uint8_t wsp_class_of(uint8_t o) {
+    if (o < 31) return WSP_CLASS_SHORT_LENGTH;
+    if (o == 31) return WSP_CLASS_LENGTH_QUOTE;
+    if (o == 127) return WSP_CLASS_QUOTE;
+    if (o == 34) return WSP_CLASS_QUOTED;
+    if (o >= 32 && o <= 126) return WSP_CLASS_TEXT;
+    return WSP_CLASS_SHORT_INT;
+}
+
+// Text classes: 2, 3 and 4.
+constexpr bool wsp_is_text_class(uint8_t cls) {
+    return cls == WSP_CLASS_QUOTE || cls == WSP_CLASS_QUOTED || cls == WSP_CLASS_TEXT;
+}
+
+// Octet 32..126 that is not one of the separators ()<>@,;:\"/[]?={} SP HT.
+bool wsp_is_token_char(uint8_t c);
+// Octet 9, 10, 13, 32..126 or 128..255.
+bool wsp_is_text_char(uint8_t c);
+
+// Stores the class of the octet at p.
+void wsp_value_class(const uint8_t *p, uint8_t *cls);
+
+// Number of significant bits of v (1 for 0).
+uint8_t wsp_bit_count(uint32_t v);
+
+// ---- cursor style readers (internal) ----
+int wsp_read_long_int(const uint8_t **cursor, uint32_t *value, uint16_t avail);
+int wsp_read_token_text(const uint8_t **cursor, char *out, uint16_t remaining, uint16_t capacity);
+int wsp_read_text_string(const uint8_t **cursor, char *out, uint16_t remaining, uint16_t capacity);
+int wsp_read_text_value(const uint8_t **cursor, char *out, int cls, uint16_t limit, uint16_t outsize);
+
+// ---- buffer style writers (internal) ----
+int wsp_append_text_string(const char *text, wsp_buffer *buf);
+int wsp_append_plain_text(const char *text, wsp_buffer *buf);
+int wsp_append_quoted_string(const char *text, wsp_buffer *buf);
+int wsp_append_short_int(uint32_t v, wsp_buffer *buf);
+int wsp_append_long_int(uint32_t v, wsp_buffer *buf);
+int wsp_append_integer(uint32_t v, wsp_buffer *buf);
+int wsp_append_integer_text(const char *text, wsp_buffer *buf);
+int wsp_append_version(const char *text, wsp_buffer *buf);
+int wsp_append_value_block(wsp_buffer *dst, const wsp_buffer *src);
+
+// Appends raw octets after a room test (size >= length + n), else -214.
+int wsp_append_bytes(const uint8_t *bytes, uint16_t n, wsp_buffer *buf);
+
+// The next write position of a buffer-style output: data + offset + length.
+inline uint8_t *wsp_buffer_tail(wsp_buffer *buf) {
+    return buf->data + static_cast<uint16_t>(buf->offset) + buf->length;
+}
+
+// ---- locale-independent character helpers ----
+// The library lower-cases and tests characters the way the C locale does, on
+// octets, whatever the host's char signedness.
+constexpr uint8_t wsp_ascii_lower(uint8_t c) { return (c >= 'A' && c <= 'Z') ? static_cast<uint8_t>(c + 32) : c; }
+constexpr uint8_t wsp_ascii_upper(uint8_t c) { return (c >= 'a' && c <= 'z') ? static_cast<uint8_t>(c - 32) : c; }
+constexpr bool wsp_ascii_is_digit(uint8_t c) { return c >= '0' && c <= '9'; }
+// strcasecmp over ASCII letters: 0 when equal.
+int wsp_strcasecmp(const char *a, const char *b);
+
+// strtoul as a 32-bit unsigned long behaves on the target: optional leading
+// white space and sign, base 10 or 16 (optional 0x prefix for 16); a value
+// that does not fit saturates to 0xFFFFFFFF; a minus sign negates modulo
+// 2^32.  *end (may be null) receives the first character not used.
+uint32_t wsp_strtou32(const char *text, const char **end, int base);
+
+// ---- text utilities (internal) ----
+const char *wsp_find_unquoted(const char *hay, const char *needle);
+char *wsp_uint_to_text(uint32_t v, char *end);
+void wsp_str_lower(char *s);
+void wsp_trim(char **pos);
+
+#endif

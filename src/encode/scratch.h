@@ -1,0 +1,42 @@
+// A zero-filled scratch wsp_buffer (offset 0, length 0, flags 0) in which an
+// encoder builds the part of a value that follows its Value-length.  Ordinary
+// values fit the fixed area on the stack; larger ones get a heap block that
+// is freed when the scratch goes out of scope, on every path.
+#ifndef WSP_ENCODE_SCRATCH_H
+#define WSP_ENCODE_SCRATCH_H
+
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+
+#include "tarnwspencdec.h"
+
+class wsp_scratch {
+  public:
+    static constexpr uint16_t kLocalSize = 256;
+
+    explicit wsp_scratch(uint16_t size) : local_{}, heap_(nullptr), buf_{} {
+        unsigned char *data = local_;
+        if (size > kLocalSize) {
+            heap_ = static_cast<unsigned char *>(std::calloc(size, 1));
+            data = heap_;
+        }
+        buf_.data = data;
+        buf_.size = size;
+    }
+    ~wsp_scratch() { std::free(heap_); }
+    wsp_scratch(const wsp_scratch &) = delete;
+    wsp_scratch &operator=(const wsp_scratch &) = delete;
+
+    // False when the heap block could not be had (callers return -214).
+    bool ok() const { return buf_.data != nullptr; }
+    wsp_buffer *get() { return &buf_; }
+    const wsp_buffer *get() const { return &buf_; }
+
+  private:
+    unsigned char local_[kLocalSize];
+    unsigned char *heap_;
+    wsp_buffer buf_;
+};
+
+#endif
