@@ -106,4 +106,17 @@ char *wsp_uint_to_text(uint32_t v, char *end);
 void wsp_str_lower(char *s);
 void wsp_trim(char **pos);
 
+// Stores one octet at data[index] when index lies inside size; false, with
+// nothing stored, otherwise.  Writers that count octets before (or without)
+// a room test store through it, so nothing ever lands past the caller's block.
+bool wsp_buffer_store(wsp_buffer *buf, uint32_t index, uint8_t octet);
+// The same for a run of n octets starting at data[index]: the part that lies
+// inside size is stored, the rest is dropped.
+void wsp_buffer_store_run(wsp_buffer *buf, uint32_t index, const uint8_t *src, uint32_t n);
+// Index of the next write position of a buffer-style output, counted from
+// data: offset + length, without wrapping.
+inline uint32_t wsp_buffer_tail_index(const wsp_buffer *buf) {
+    return static_cast<uint32_t>(buf->offset) + buf->length;
+}
+
 #endif

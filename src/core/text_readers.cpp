@@ -1,0 +1,136 @@
+// Cursor-style readers of Token-text, Text-string, text values and
+// Long-integers.  Readers leave the cursor where it was on every failure.
+//
+// Input bounds: the text readers never read an input octet at an index at
+// or past their bound (remaining, resp. limit, counted from where the text
+// starts).  Reaching that index is treated as running past the end of the
+// input: NUL at out[i] and -214, after the capacity test that comes first.
+#include <cstdint>
+
+#include "primitives.h"
+
+namespace {
+
+using CharTest = bool (*)(uint8_t);
+
+// The loop shared by the Token-text and Text-string readers: octets of
+// `src` are copied to out until a NUL.  -216 when out fills before the NUL
+// (out left unterminated), -214 for a refused octet or the end of the
+// input.  On success *used is the number of octets consumed, NUL included.
+int read_terminated(const uint8_t *src, char *out, uint16_t remaining, uint16_t capacity, CharTest allowed,
+                    uint16_t *used) {
+    for (uint16_t i = 0;; i = static_cast<uint16_t>(i + 1)) {
+        if (i >= capacity) return kWspErrTruncated;
+        if (i >= remaining) {
+            out[i] = '\0';
+            return kWspErrFail;
+        }
+        uint8_t c = src[i];
+        if (c == 0) {
+            out[i] = '\0';
+            *used = static_cast<uint16_t>(i + 1);
+            return kWspOk;
+        }
+        if (!allowed(c)) {
+            out[i] = '\0';
+            return kWspErrFail;
+        }
+        out[i] = static_cast<char>(c);
+    }
+}
+
+bool valid_cursor(const uint8_t *const *cursor) { return cursor != nullptr && *cursor != nullptr; }
+
+} // namespace
+
+// The length octet is tested against avail, not the length plus one: up to
+// avail + 1 octets are read.  Callers pass a bound that keeps this inside
+// their input.
+int wsp_read_long_int(const uint8_t **cursor, uint32_t *value, uint16_t avail) {
+    if (!valid_cursor(cursor) || value == nullptr) return kWspErrFail;
+    const uint8_t *p = *cursor;
+    uint8_t n = p[0];
+    if (n > 4 || n > avail) return kWspErrFail;
+    uint32_t v = 0;
+    for (uint8_t i = 1; i <= n; ++i) v = (v << 8) | p[i];
+    *value = v;
+    *cursor = p + n + 1;
+    return kWspOk;
+}
+
+int wsp_read_token_text(const uint8_t **cursor, char *out, uint16_t remaining, uint16_t capacity) {
+    if (!valid_cursor(cursor) || out == nullptr) return kWspErrFail;
+    uint16_t used = 0;
+    int status = read_terminated(*cursor, out, remaining, capacity, wsp_is_token_char, &used);
+    if (status == kWspOk) *cursor += used;
+    return status;
+}
+
+// A first octet of 128 or above needs the Quote in front: -214.  A leading
+// Quote (127) is passed over and not counted against either bound; the
+// octet after it may then be 128 or above.
+int wsp_read_text_string(const uint8_t **cursor, char *out, uint16_t remaining, uint16_t capacity) {
+    if (!valid_cursor(cursor) || out == nullptr) return kWspErrFail;
+    const uint8_t *p = *cursor;
+    uint16_t skipped = 0;
+    if (remaining != 0) {
+        if (p[0] >= 128) {
+            // Stored only when out has room for it at all.
+            if (capacity != 0) out[0] = '\0';
+            return kWspErrFail;
+        }
+        if (p[0] == 127) {
+            p += 1;
+            skipped = 1;
+        }
+    }
+    // With nothing left to read the first octet is not examined: the loop
+    // below reports the capacity or the end of the input.
+    uint16_t used = 0;
+    int status = read_terminated(p, out, remaining, capacity, wsp_is_text_char, &used);
+    if (status == kWspOk) *cursor += skipped + used;
+    return status;
+}
+
+// Class 3 (Quoted-string): the leading quotation mark of the input is
+// passed over without being examined, a quotation mark is written to out[0]
+// and the closing one is added back in front of the NUL.  i indexes both the
+// output and the input from the cursor, so for class 3 input octet 0 is the
+// skipped mark.
+int wsp_read_text_value(const uint8_t **cursor, char *out, int cls, uint16_t limit, uint16_t outsize) {
+    if (!valid_cursor(cursor) || out == nullptr) return kWspErrFail;
+    const uint8_t *p = *cursor;
+    bool quoted = (cls == WSP_CLASS_QUOTED);
+    uint16_t i = 0;
+    if (quoted) {
+        // No room for even the opening mark: nothing is stored.
+        if (outsize == 0) return kWspErrFail;
+        out[0] = '"';
+        i = 1;
+    }
+    for (;; i = static_cast<uint16_t>(i + 1)) {
+        if (i >= outsize) return kWspErrFail; // nothing terminated
+        if (i >= limit) {
+            out[i] = '\0';
+            return kWspErrFail;
+        }
+        uint8_t c = p[i];
+        if (c == 0) {
+            if (quoted) {
+                out[i] = '"';
+                // The NUL after the added closing mark lands at out[i + 1],
+                // which may be one past outsize: stored only inside outsize.
+                if (static_cast<uint32_t>(i) + 1 < outsize) out[i + 1] = '\0';
+            } else {
+                out[i] = '\0';
+            }
+            *cursor = p + i + 1;
+            return kWspOk;
+        }
+        if (!wsp_is_text_char(c)) {
+            out[i] = '\0';
+            return kWspErrFail;
+        }
+        out[i] = static_cast<char>(c);
+    }
+}

@@ -1,0 +1,139 @@
+// Octet classes, character classes and the small text utilities: the
+// quote-aware in-place tokenizer, unquoted substring search, number
+// formatting, lower-casing, trimming and ASCII case-insensitive comparison.
+#include <cstdint>
+#include <cstring>
+
+#include "primitives.h"
+
+namespace {
+
+bool is_separator(uint8_t c) {
+    switch (c) {
+    case '(': case ')': case '<': case '>': case '@': case ',': case ';': case ':': case '\\':
+    case '"': case '/': case '[': case ']': case '?': case '=': case '{': case '}': case ' ':
+    case '\t':
+        return true;
+    default:
+        return false;
+    }
+}
+
+// Blanks that trimming removes: space, tab, CR and LF.
+bool is_blank(uint8_t c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
+
+} // namespace
+
+bool wsp_is_token_char(uint8_t c) { return c >= 32 && c <= 126 && !is_separator(c); }
+
+bool wsp_is_text_char(uint8_t c) { return c == 9 || c == 10 || c == 13 || (c >= 32 && c != 127); }
+
+void wsp_value_class(const uint8_t *p, uint8_t *cls) { *cls = wsp_class_of(*p); }
+
+// Splits at the one-character delimiter, in place, keeping balanced
+// double-quoted sections whole:
+//  - leading delimiters (and so empty fields) are skipped; a text made only
+//    of delimiters gives one empty token (at its terminating NUL) before
+//    NULL, on purpose;
+//  - after one quotation mark without a partner every later quotation mark
+//    is an ordinary character;
+//  - the character right after a closing quotation mark is only tested as
+//    delimiter or terminator, never as the start of a new quoted section.
+// A NULL or empty delimiter returns NULL: an empty one would make the
+// terminator itself a delimiter and move *pos past the text.  The index is
+// not bounded to 16 bits: a text is scanned to its terminator whatever its
+// length.
+extern "C" WSP_API char *wsp_strtoken(char **pos, const char *delim) {
+    if (delim == nullptr || delim[0] == '\0' || delim[1] != '\0') return nullptr;
+    if (pos == nullptr || *pos == nullptr || (*pos)[0] == '\0') return nullptr;
+    const uint8_t d = static_cast<uint8_t>(delim[0]);
+    char *s = *pos;
+    size_t i = 0;
+    bool unbalanced = false;
+    for (;;) {
+        uint8_t tested = static_cast<uint8_t>(s[i]);
+        if (tested == '"' && !unbalanced) {
+            const char *close = std::strchr(s + i + 1, '"');
+            if (close == nullptr) {
+                unbalanced = true; // the mark itself is tested below
+            } else {
+                i = static_cast<size_t>(close - s) + 1;
+                tested = static_cast<uint8_t>(s[i]);
+            }
+        }
+        if (tested == d) {
+            if (i > 0) {
+                s[i] = '\0';
+                *pos = s + i + 1;
+                return s;
+            }
+            ++s; // a leading delimiter: skipped
+            continue;
+        }
+        if (tested == 0) {
+            *pos = s + i;
+            return s;
+        }
+        ++i;
+    }
+}
+
+// Scans hay for needle outside double-quoted sections.  The needle is
+// compared in place; no scratch copy of it is needed.
+const char *wsp_find_unquoted(const char *hay, const char *needle) {
+    if (needle == nullptr || needle[0] == '\0') return hay;
+    if (hay == nullptr || hay[0] == '\0') return nullptr;
+    size_t n = std::strlen(needle);
+    const char *p = hay;
+    for (;;) {
+        char c = *p;
+        if (c == '\0') return nullptr;
+        if (c == needle[0]) {
+            if (std::strlen(p) < n) return nullptr;
+            if (std::memcmp(p, needle, n) == 0) return p;
+            ++p;
+            continue;
+        }
+        if (c == '"') {
+            const char *close = std::strchr(p + 1, '"');
+            if (close == nullptr) return nullptr;
+            p = close + 1;
+            continue;
+        }
+        ++p;
+    }
+}
+
+char *wsp_uint_to_text(uint32_t v, char *end) {
+    *end = '\0';
+    char *p = end;
+    do {
+        *--p = static_cast<char>('0' + v % 10);
+        v /= 10;
+    } while (v != 0);
+    return p;
+}
+
+void wsp_str_lower(char *s) {
+    if (s == nullptr) return;
+    for (; *s != '\0'; ++s) *s = static_cast<char>(wsp_ascii_lower(static_cast<uint8_t>(*s)));
+}
+
+void wsp_trim(char **pos) {
+    if (pos == nullptr || *pos == nullptr) return;
+    char *s = *pos;
+    while (is_blank(static_cast<uint8_t>(*s))) ++s;
+    *pos = s;
+    size_t len = std::strlen(s);
+    while (len > 0 && is_blank(static_cast<uint8_t>(s[len - 1]))) s[--len] = '\0';
+}
+
+int wsp_strcasecmp(const char *a, const char *b) {
+    const uint8_t *x = reinterpret_cast<const uint8_t *>(a);
+    const uint8_t *y = reinterpret_cast<const uint8_t *>(b);
+    for (;; ++x, ++y) {
+        uint8_t cx = wsp_ascii_lower(*x);
+        uint8_t cy = wsp_ascii_lower(*y);
+        if (cx != cy || cx == 0) return static_cast<int>(cx) - static_cast<int>(cy);
+    }
+}

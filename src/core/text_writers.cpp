@@ -1,0 +1,211 @@
+// Buffer-style writers of the text forms (Token-text, Text-string, plain
+// text, Quoted-string), raw octets, Value-length blocks and Version-values,
+// plus the guarded stores every writer in this library goes through.
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+
+#include "primitives.h"
+
+namespace {
+
+bool usable(const wsp_buffer *buf) { return buf != nullptr && buf->data != nullptr; }
+
+uint16_t text_length(const char *text) { return static_cast<uint16_t>(std::strlen(text)); }
+
+// Copies count characters of text to data[at...], each of which must pass
+// `allowed`.  Characters before a refused one stay written.
+template <typename Allowed>
+bool copy_checked(wsp_buffer *buf, uint32_t at, const char *text, uint16_t count, Allowed allowed) {
+    for (uint16_t i = 0; i < count; ++i) {
+        uint8_t c = static_cast<uint8_t>(text[i]);
+        if (!allowed(c)) return false;
+        wsp_buffer_store(buf, at + i, c);
+    }
+    return true;
+}
+
+// A Version-value text that fits this area is copied on the stack; longer
+// texts get a heap copy.
+constexpr uint16_t kVersionLocal = 64;
+
+// The single Version-value octet, or 0 when the text does not have the
+// numeric form.  `copy` is cut in place.
+uint8_t numeric_version(char *copy) {
+    char *pos = copy;
+    char *major = wsp_strtoken(&pos, ".");
+    if (major == nullptr) return 0;
+    if (std::strlen(major) >= 2 || !wsp_ascii_is_digit(static_cast<uint8_t>(major[0]))) return 0;
+    uint32_t major_value = wsp_strtou32(major, nullptr, 10);
+    if (major_value > 7) return 0;
+    uint8_t octet = static_cast<uint8_t>(0x80u | (major_value << 4));
+    char *minor = wsp_strtoken(&pos, ".");
+    if (minor == nullptr) return static_cast<uint8_t>(octet | 0x0Fu); // major only
+    if (std::strlen(minor) != 1 || !wsp_ascii_is_digit(static_cast<uint8_t>(minor[0]))) return 0;
+    uint32_t minor_value = wsp_strtou32(minor, nullptr, 10);
+    // Minor 0 is written as 15, so "1.0" and "1" give the same octet.
+    if (minor_value == 0) return static_cast<uint8_t>(octet | 0x0Fu);
+    if (minor_value >= 15) return 0;
+    return static_cast<uint8_t>(octet | minor_value);
+}
+
+} // namespace
+
+bool wsp_buffer_store(wsp_buffer *buf, uint32_t index, uint8_t octet) {
+    if (index >= buf->size) return false;
+    buf->data[index] = octet;
+    return true;
+}
+
+void wsp_buffer_store_run(wsp_buffer *buf, uint32_t index, const uint8_t *src, uint32_t n) {
+    if (n == 0 || index >= buf->size) return;
+    uint32_t room = buf->size - index;
+    std::memcpy(buf->data + index, src, n < room ? n : room);
+}
+
+extern "C" WSP_API int wsp_tokentext_encode_buff(const char *text, wsp_buffer *out) {
+    if (text == nullptr || !usable(out)) return kWspErrFail;
+    uint16_t len = text_length(text);
+    if (out->size < static_cast<uint16_t>(len + out->length + 1)) return kWspErrFail;
+    uint32_t at = wsp_buffer_tail_index(out);
+    if (!copy_checked(out, at, text, len, wsp_is_token_char)) return kWspErrFail;
+    wsp_buffer_store(out, at + len, 0);
+    out->length = static_cast<uint16_t>(out->length + len + 1);
+    return kWspOk;
+}
+
+// A text whose first octet is 128 or above gets the Quote octet 127 in
+// front.  Quote and first octet are written before the room test, on
+// purpose; length only counts them on success.
+int wsp_append_text_string(const char *text, wsp_buffer *buf) {
+    if (text == nullptr || !usable(buf)) return kWspErrFail;
+    uint16_t len = text_length(text);
+    uint32_t at = wsp_buffer_tail_index(buf);
+    const char *rest = text;
+    uint16_t count = len;
+    uint16_t total = static_cast<uint16_t>(len + 1);
+    if (len > 0 && static_cast<uint8_t>(text[0]) >= 128) {
+        wsp_buffer_store(buf, at++, 127);
+        wsp_buffer_store(buf, at++, static_cast<uint8_t>(text[0]));
+        total = static_cast<uint16_t>(len + 2);
+        rest = text + 1;
+        count = static_cast<uint16_t>(len - 1);
+    }
+    if (buf->size < static_cast<uint16_t>(total + buf->length)) return kWspErrFail;
+    if (!copy_checked(buf, at, rest, count, wsp_is_text_char)) return kWspErrFail;
+    wsp_buffer_store(buf, at + count, 0);
+    buf->length = static_cast<uint16_t>(buf->length + total);
+    return kWspOk;
+}
+
+// As the Text-string writer without the Quote rule: a first octet of 128
+// or above is copied as it is.
+int wsp_append_plain_text(const char *text, wsp_buffer *buf) {
+    if (text == nullptr || !usable(buf)) return kWspErrFail;
+    uint16_t len = text_length(text);
+    uint16_t total = static_cast<uint16_t>(len + 1);
+    if (buf->size < static_cast<uint16_t>(total + buf->length)) return kWspErrFail;
+    uint32_t at = wsp_buffer_tail_index(buf);
+    if (!copy_checked(buf, at, text, len, wsp_is_text_char)) return kWspErrFail;
+    wsp_buffer_store(buf, at + len, 0);
+    buf->length = static_cast<uint16_t>(buf->length + total);
+    return kWspOk;
+}
+
+// Writes the opening quotation mark, the content and a NUL; the closing
+// quotation mark of the text becomes the terminator, so L octets are
+// counted for a text of L characters.  A text without a closing mark is
+// accepted too: its NUL then falls one octet past the L counted octets.
+// That NUL is stored only when it lies inside size; status and length are
+// the same either way.
+int wsp_append_quoted_string(const char *text, wsp_buffer *buf) {
+    if (text == nullptr || !usable(buf)) return kWspErrFail;
+    uint16_t len = text_length(text);
+    if (buf->size < static_cast<uint16_t>(buf->length + len)) return kWspErrFail;
+    if (text[0] != '"') return kWspErrFail;
+    uint32_t at = wsp_buffer_tail_index(buf);
+    wsp_buffer_store(buf, at, '"');
+    uint32_t written = 1;
+    if (len != 1) {
+        uint16_t examine = static_cast<uint16_t>(len - 1);
+        for (uint16_t i = 0; i < examine; ++i) {
+            uint8_t c = static_cast<uint8_t>(text[1 + i]);
+            if (!wsp_is_text_char(c)) return kWspErrFail;
+            if (c == '"') {
+                // Only the very last character may be a quotation mark.
+                if (static_cast<uint16_t>(i + 1) != examine) return kWspErrFail;
+                continue;
+            }
+            wsp_buffer_store(buf, at + written, c);
+            ++written;
+        }
+    }
+    wsp_buffer_store(buf, at + written, 0);
+    buf->length = static_cast<uint16_t>(buf->length + len);
+    return kWspOk;
+}
+
+int wsp_append_bytes(const uint8_t *bytes, uint16_t n, wsp_buffer *buf) {
+    if (!usable(buf) || (bytes == nullptr && n != 0)) return kWspErrFail;
+    if (buf->size < static_cast<uint16_t>(buf->length + n)) return kWspErrFail;
+    wsp_buffer_store_run(buf, wsp_buffer_tail_index(buf), bytes, n);
+    buf->length = static_cast<uint16_t>(buf->length + n);
+    return kWspOk;
+}
+
+// Value-length (0..30 itself, or 31 and a uintvar) and then src's valid
+// bytes.  The length octets go out without a room test and stay counted when
+// the room test for the bytes fails; octets that would fall past size are
+// dropped but still counted, so that test then fails with -214.
+int wsp_append_value_block(wsp_buffer *dst, const wsp_buffer *src) {
+    if (!usable(dst) || src == nullptr) return kWspErrFail;
+    uint16_t len = src->length;
+    if (len != 0 && src->data == nullptr) return kWspErrFail;
+    uint32_t at = wsp_buffer_tail_index(dst);
+    if (len > 30) {
+        wsp_buffer_store(dst, at, 31);
+        dst->length = static_cast<uint16_t>(dst->length + 1);
+        uint8_t octets[5];
+        uint8_t *cursor = octets;
+        uint8_t count = 0;
+        if (wsp_enc_varint(len, &cursor, &count) != kWspOk) return kWspErrFail;
+        wsp_buffer_store_run(dst, at + 1, octets, count);
+        dst->length = static_cast<uint16_t>(dst->length + count);
+    } else {
+        wsp_buffer_store(dst, at, static_cast<uint8_t>(len));
+        dst->length = static_cast<uint16_t>(dst->length + 1);
+    }
+    if (dst->size < static_cast<uint16_t>(dst->length + len)) return kWspErrFail;
+    if (len != 0) wsp_buffer_store_run(dst, wsp_buffer_tail_index(dst), src->data + src->offset, len);
+    dst->length = static_cast<uint16_t>(dst->length + len);
+    return kWspOk;
+}
+
+// "major.minor" with a one-digit major of 0..7 and an optional one-digit
+// minor becomes one octet; anything else is written as the Text-string of
+// the whole text.  The numeric octet goes out without a room test as such,
+// but a buffer with no room left at all (length at or past size) gets -214
+// rather than a write past its block.  A NULL text is refused with -214.
+int wsp_append_version(const char *text, wsp_buffer *buf) {
+    if (text == nullptr || !usable(buf)) return kWspErrFail;
+    size_t len = std::strlen(text);
+    char local[kVersionLocal];
+    char *copy = local;
+    char *heap = nullptr;
+    if (len >= sizeof local) {
+        heap = static_cast<char *>(std::calloc(len + 1, 1));
+        if (heap == nullptr) return kWspErrFail;
+        copy = heap;
+    }
+    std::memcpy(copy, text, len + 1);
+    uint8_t octet = numeric_version(copy);
+    std::free(heap);
+
+    if (octet != 0) {
+        if (buf->length >= buf->size) return kWspErrFail;
+        wsp_buffer_store(buf, wsp_buffer_tail_index(buf), octet);
+        buf->length = static_cast<uint16_t>(buf->length + 1);
+        return kWspOk;
+    }
+    return wsp_append_text_string(text, buf) == kWspOk ? kWspOk : kWspErrFail;
+}
