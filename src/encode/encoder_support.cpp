@@ -1,0 +1,64 @@
+// Steps shared by the well-known header value encoders.
+#include "encoder_support.h"
+
+#include <cstring>
+
+#include "encode.h"
+#include "primitives.h"
+
+char *wsp_enc_prepare(char *value, bool lower) {
+    if (value == nullptr) return nullptr;
+    char *text = value;
+    wsp_trim(&text);
+    if (lower) wsp_str_lower(text);
+    return text;
+}
+
+char *wsp_enc_next_element(char **cursor, const char *delim) {
+    char *element = wsp_strtoken(cursor, delim);
+    if (element == nullptr) return nullptr;
+    wsp_trim(&element);
+    return element;
+}
+
+uint16_t wsp_enc_scratch_size(const char *value) {
+    return static_cast<uint16_t>(std::strlen(value) + 1);
+}
+
+int wsp_append_uintvar(uint32_t v, wsp_buffer *out) {
+    uint8_t octets[5];
+    uint8_t *cursor = octets;
+    uint8_t count = 0;
+    if (wsp_enc_varint(v, &cursor, &count) != kWspOk) return kWspErrFail;
+    return wsp_append_bytes(octets, count, out);
+}
+
+bool wsp_is_decimal_digits(const char *text) {
+    if (text == nullptr || text[0] == '\0') return false;
+    for (const char *p = text; *p != '\0'; ++p) {
+        if (!wsp_ascii_is_digit(static_cast<uint8_t>(*p))) return false;
+    }
+    return true;
+}
+
+int wsp_append_untyped_value(const char *text, wsp_buffer *out) {
+    int status;
+    if (wsp_is_decimal_digits(text)) {
+        status = wsp_append_integer(wsp_strtou32(text, nullptr, 10), out);
+    } else if (text[0] == '"') {
+        status = wsp_append_quoted_string(text, out);
+    } else {
+        status = wsp_tokentext_encode_buff(text, out);
+    }
+    return status == kWspOk ? kWspOk : kWspErrFail;
+}
+
+int wsp_append_param_list(char *list, const char *delim, bool lower, wsp_buffer *out, uint8_t version_index) {
+    char *cursor = list;
+    char *element;
+    while ((element = wsp_enc_next_element(&cursor, delim)) != nullptr) {
+        if (lower) wsp_str_lower(element);
+        if (wsp_encode_param(element, out, version_index, nullptr) != kWspOk) return kWspErrFail;
+    }
+    return kWspOk;
+}
