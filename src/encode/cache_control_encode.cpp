@@ -1,0 +1,117 @@
+// Cache-Control (codes 0x08, 0x3D and 0x47): one header per directive.  A
+// directive without argument is its well-known number or its name; one with
+// an argument goes inside a Value-length: directive, then the argument (a
+// field-name list, a number, or a free-form value for unknown directives).
+#include <cstring>
+
+#include "encode.h"
+#include "encoder_support.h"
+#include "primitives.h"
+#include "scratch.h"
+#include "tables.h"
+
+namespace {
+
+// Only the newest Cache-Control code knows "s-maxage", the last directive.
+constexpr uint8_t kNewestCacheControl = 0x47;
+
+enum : int {
+    kNoCache = 0,
+    kNoStore = 1,
+    kMaxAge = 2,
+    kMinFresh = 4,
+    kOnlyIfCached = 5,
+    kPublic = 6,
+    kPrivate = 7,
+    kNoTransform = 8,
+    kMustRevalidate = 9,
+    kProxyRevalidate = 10,
+};
+
+uint16_t directive_rows(uint8_t code) {
+    return code == kNewestCacheControl ? WSP_CACHE_DIRECTIVE_ROWS : static_cast<uint16_t>(WSP_CACHE_DIRECTIVE_ROWS - 1);
+}
+
+bool requires_argument(int row) { return row == kMaxAge || row == kMinFresh; }
+
+bool refuses_argument(int row) {
+    return row == kNoStore || row == kOnlyIfCached || row == kPublic || row == kNoTransform ||
+           row == kMustRevalidate || row == kProxyRevalidate;
+}
+
+// The argument of "no-cache" and "private": a quoted, comma-separated list
+// of header names, each written as its header code or as its name.  A list
+// without its quotes or a name the writer refuses is an argument error
+// (-211); a list with no name in it at all is -214.
+int append_field_names(char *argument, wsp_buffer *scratch) {
+    char *list = argument;
+    wsp_trim(&list);
+    size_t length = std::strlen(list);
+    // A lone quotation mark opens and closes nothing; it is refused like any
+    // other unquoted list.
+    if (length < 2 || list[0] != '"' || list[length - 1] != '"') return kWspErrArg;
+    list[length - 1] = '\0';
+    char *cursor = list + 1;
+    uint16_t written = 0;
+    char *name;
+    while ((name = wsp_enc_next_element(&cursor, ",")) != nullptr) {
+        int header = wsp_find_list_name(wsp_header_names, WSP_HEADER_NAME_ROWS, name, false);
+        int status = header >= 0 ? wsp_append_integer(static_cast<uint32_t>(header), scratch)
+                                 : wsp_tokentext_encode_buff(name, scratch);
+        if (status != kWspOk) return kWspErrArg;
+        ++written;
+    }
+    return written != 0 ? kWspOk : kWspErrFail;
+}
+
+// The directive itself: its row number, or its name when it has no row.
+int append_directive(int row, const char *name, wsp_buffer *buf) {
+    int status = row >= 0 ? wsp_append_integer(static_cast<uint32_t>(row), buf) : wsp_tokentext_encode_buff(name, buf);
+    return status == kWspOk ? kWspOk : kWspErrFail;
+}
+
+int encode_directive(uint8_t code, char *directive, uint16_t scratch_size, wsp_buffer *out) {
+    if (wsp_write_code_octet(code, out) != kWspOk) return kWspErrFail;
+    char *cursor = directive;
+    char *name = wsp_enc_next_element(&cursor, "=");
+    if (name == nullptr) name = directive; // an empty directive: written as an empty token
+    char *argument = wsp_enc_next_element(&cursor, "=");
+    int row = wsp_find_list_name(wsp_cache_directives, directive_rows(code), name, false);
+
+    if (argument == nullptr) {
+        if (requires_argument(row)) return kWspErrArg;
+        return append_directive(row, name, out);
+    }
+    if (refuses_argument(row)) return kWspErrArg;
+
+    wsp_scratch scratch(scratch_size);
+    if (!scratch.ok()) return kWspErrFail;
+    wsp_buffer *body = scratch.get();
+    if (append_directive(row, name, body) != kWspOk) return kWspErrFail;
+    if (row == kNoCache || row == kPrivate) {
+        int status = append_field_names(argument, body);
+        if (status != kWspOk) return status;
+    } else if (row >= 0) {
+        if (wsp_append_integer_text(argument, body) != kWspOk) return kWspErrFail;
+    } else {
+        if (wsp_append_untyped_value(argument, body) != kWspOk) return kWspErrFail;
+    }
+    return wsp_append_value_block(out, body) == kWspOk ? kWspOk : kWspErrFail;
+}
+
+} // namespace
+
+int wsp_encode_cache_control(uint8_t code, char *value, wsp_buffer *out, uint8_t version_index) {
+    if (value == nullptr) return kWspErrFail;
+    uint16_t scratch_size = wsp_enc_scratch_size(value);
+    char *cursor = wsp_enc_prepare(value, true);
+    uint16_t written = 0;
+    char *directive;
+    while ((directive = wsp_enc_next_element(&cursor, ",")) != nullptr) {
+        int status = encode_directive(code, directive, scratch_size, out);
+        if (status != kWspOk) return status;
+        ++written;
+    }
+    // Nothing to send is an argument error on this header.
+    return written != 0 ? kWspOk : kWspErrArg;
+}

@@ -1,0 +1,64 @@
+// Pragma, and the plain text lists If-Match, If-None-Match, Upgrade and Via:
+// one header per comma element.
+#include <cstring>
+
+#include "encode.h"
+#include "encoder_support.h"
+#include "primitives.h"
+#include "scratch.h"
+#include "tables.h"
+
+namespace {
+
+constexpr uint8_t kIfMatch = 0x18;
+constexpr uint8_t kIfNoneMatch = 0x19;
+
+bool is_entity_tag_list(uint8_t code) { return code == kIfMatch || code == kIfNoneMatch; }
+
+} // namespace
+
+int wsp_encode_pragma(uint8_t code, char *value, wsp_buffer *out, uint8_t version_index) {
+    if (value == nullptr) return kWspErrFail;
+    uint16_t scratch_size = wsp_enc_scratch_size(value);
+    char *cursor = wsp_enc_prepare(value, true);
+    char *element;
+    // An empty Pragma writes nothing and is not an error.
+    while ((element = wsp_enc_next_element(&cursor, ",")) != nullptr) {
+        if (wsp_write_code_octet(code, out) != kWspOk) return kWspErrFail;
+        int row = wsp_find_name(wsp_pragma_values, 1, element, false);
+        if (row >= 0) {
+            if (wsp_append_short_int(static_cast<uint16_t>(wsp_pragma_values[row].code), out) != kWspOk)
+                return kWspErrFail;
+            continue;
+        }
+        // Any other pragma is sent as one parameter inside a Value-length.
+        wsp_scratch scratch(scratch_size);
+        if (!scratch.ok()) return kWspErrFail;
+        if (wsp_encode_param(element, scratch.get(), version_index, nullptr) != kWspOk) return kWspErrFail;
+        if (wsp_append_value_block(out, scratch.get()) != kWspOk) return kWspErrFail;
+    }
+    return kWspOk;
+}
+
+int wsp_encode_text_list(uint8_t code, char *value, wsp_buffer *out, uint8_t version_index) {
+    char *cursor = wsp_enc_prepare(value, false);
+    if (cursor == nullptr) return kWspErrFail;
+    uint16_t written = 0;
+    bool star_first = false;
+    char *element;
+    while ((element = wsp_enc_next_element(&cursor, ",")) != nullptr) {
+        // A leading "*" must stand alone on If-None-Match.
+        if (star_first) return kWspErrFail;
+        bool star = is_entity_tag_list(code) && written == 0 && std::strcmp(element, "*") == 0;
+        if (wsp_write_code_octet(code, out) != kWspOk) return kWspErrFail;
+        if (wsp_append_text_string(element, out) != kWspOk) return kWspErrFail;
+        ++written;
+        if (star) {
+            // If-Match stops right after a leading "*" and ignores whatever
+            // follows; If-None-Match goes on and refuses any further element.
+            if (code == kIfMatch) return kWspOk;
+            star_first = true;
+        }
+    }
+    return written != 0 ? kWspOk : kWspErrFail;
+}

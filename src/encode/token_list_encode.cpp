@@ -1,0 +1,120 @@
+// Comma lists of tokens, one header per element: Accept-Encoding (older
+// code), the table-driven token lists (Accept-Ranges, Connection,
+// Content-Encoding, Content-Language, Public, Transfer-Encoding) and Allow.
+#include <cstring>
+
+#include "encode.h"
+#include "encoder_support.h"
+#include "primitives.h"
+#include "tables.h"
+
+namespace {
+
+constexpr uint8_t kAcceptRanges = 0x04;
+constexpr uint8_t kConnection = 0x09;
+constexpr uint8_t kContentEncoding = 0x0B;
+constexpr uint8_t kContentLanguage = 0x0C;
+constexpr uint8_t kPublic = 0x22;
+constexpr uint8_t kTransferEncoding = 0x27;
+
+// Allow takes a method that has no row when it is given as its number.
+constexpr uint32_t kLowestMethodNumber = 64;
+constexpr uint32_t kHighestMethodNumber = 127;
+
+struct token_table {
+    const wsp_code_entry *rows;
+    uint16_t count;
+};
+
+// The table a token-list header is looked up in; rows is null for a code
+// that is not a token-list header.
+token_table token_table_for(uint8_t code) {
+    switch (code) {
+    case kAcceptRanges: return {wsp_range_units, WSP_RANGE_UNIT_ROWS};
+    case kConnection: return {wsp_connection_values, 1};
+    case kContentEncoding: return {wsp_content_codings, WSP_CONTENT_CODING_ROWS};
+    case kContentLanguage: return {wsp_language_run, WSP_LANGUAGE_RUN_ROWS};
+    case kPublic: return {wsp_methods, WSP_METHOD_ROWS};
+    case kTransferEncoding: return {wsp_te_values, 1};
+    default: return {nullptr, 0};
+    }
+}
+
+// A method given by number: hexadecimal after "0x"/"0X", else decimal, read
+// the way strtoul reads it (trailing characters are ignored).
+uint32_t method_number(const char *element) {
+    if (element[0] == '0' && (element[1] == 'x' || element[1] == 'X')) return wsp_strtou32(element + 2, nullptr, 16);
+    return wsp_strtou32(element, nullptr, 10);
+}
+
+} // namespace
+
+int wsp_encode_accept_encoding(uint8_t code, char *value, wsp_buffer *out, uint8_t version_index) {
+    char *cursor = wsp_enc_prepare(value, true);
+    if (cursor == nullptr) return kWspErrFail;
+    uint16_t written = 0;
+    char *element;
+    while ((element = wsp_enc_next_element(&cursor, ",")) != nullptr) {
+        if (wsp_write_code_octet(code, out) != kWspOk) return kWspErrFail;
+        // No quality values on this code: "gzip;q=0.5" is not a token and
+        // the token writer refuses it.
+        int row = wsp_find_name(wsp_content_codings, WSP_CONTENT_CODING_ROWS, element, false);
+        int status = row >= 0 ? wsp_append_short_int(static_cast<uint32_t>(row), out)
+                              : wsp_tokentext_encode_buff(element, out);
+        if (status != kWspOk) return kWspErrFail;
+        ++written;
+    }
+    return written != 0 ? kWspOk : kWspErrFail;
+}
+
+int wsp_encode_token_list(uint8_t code, char *value, wsp_buffer *out, uint8_t version_index) {
+    token_table table = token_table_for(code);
+    if (table.rows == nullptr) return kWspErrFail;
+    // Method names are upper case in their table and are matched as written.
+    char *cursor = wsp_enc_prepare(value, code != kPublic);
+    if (cursor == nullptr) return kWspErrFail;
+    uint16_t written = 0;
+    bool none_first = false;
+    char *element;
+    while ((element = wsp_enc_next_element(&cursor, ",")) != nullptr) {
+        // "none" first closes the list; "none" after a real unit is kept as
+        // one more element.  The asymmetry is deliberate.
+        if (none_first) return kWspErrFail;
+        if (code == kAcceptRanges && written == 0 && std::strcmp(element, "none") == 0) none_first = true;
+        if (wsp_write_code_octet(code, out) != kWspOk) return kWspErrFail;
+        int row = wsp_find_name(table.rows, table.count, element, false);
+        int status;
+        if (row < 0) {
+            status = wsp_tokentext_encode_buff(element, out);
+        } else if (code == kContentLanguage) {
+            // Language codes run past 127.
+            status = wsp_append_integer(static_cast<uint16_t>(table.rows[row].code), out);
+        } else {
+            status = wsp_append_short_int(static_cast<uint16_t>(table.rows[row].code), out);
+        }
+        if (status != kWspOk) return kWspErrFail;
+        ++written;
+    }
+    return written != 0 ? kWspOk : kWspErrFail;
+}
+
+int wsp_encode_allow(uint8_t code, char *value, wsp_buffer *out, uint8_t version_index) {
+    char *cursor = wsp_enc_prepare(value, false);
+    if (cursor == nullptr) return kWspErrFail;
+    uint16_t written = 0;
+    char *element;
+    while ((element = wsp_enc_next_element(&cursor, ",")) != nullptr) {
+        if (wsp_write_code_octet(code, out) != kWspOk) return kWspErrFail;
+        uint32_t method;
+        int row = wsp_find_name(wsp_methods, WSP_METHOD_ROWS, element, false);
+        if (row >= 0) {
+            method = static_cast<uint16_t>(wsp_methods[row].code);
+        } else {
+            method = method_number(element);
+            if (method < kLowestMethodNumber || method > kHighestMethodNumber) return kWspErrFail;
+        }
+        if (wsp_append_short_int(method, out) != kWspOk) return kWspErrFail;
+        ++written;
+    }
+    return written != 0 ? kWspOk : kWspErrFail;
+}
