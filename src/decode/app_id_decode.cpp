@@ -1,0 +1,82 @@
+// X-Wap-Application-Id and Accept-Application: a push application given as
+// a registered code or as text.  The first is written once per output, the
+// second merges repeats into one line.
+#include "decode.h"
+#include "decoder_support.h"
+#include "primitives.h"
+#include "tables.h"
+#include "text_builder.h"
+
+namespace {
+
+constexpr uint8_t kAnyApplication = 0x80; // Short-integer 0
+constexpr uint8_t kComma = 0x2C;
+constexpr uint16_t kAppIdTextLimit = 198;
+
+// A registered code (Long-integer for class 0, Short-integer for class 5)
+// turned into its text.  A failed Long-integer read returns the reader's
+// status; a code without a row (an empty text) or a text of more than 198
+// characters gives -214.
+int read_app_code(const uint8_t **p, uint8_t cls, uint16_t remaining, wsp_text_builder *value) {
+    uint32_t app = 0;
+    if (cls == WSP_CLASS_SHORT_LENGTH) {
+        int status = wsp_read_long_int(p, &app, wsp_long_int_avail(remaining));
+        if (status != kWspOk) return status;
+    } else {
+        uint8_t short_code = 0;
+        if (wsp_shortint_direct_decode(p, &short_code) != kWspOk) return kWspErrFail;
+        app = short_code;
+    }
+    const char *name = wsp_code_name(wsp_push_app_ids, WSP_PUSH_APP_ID_ROWS, app);
+    if (name == nullptr || name[0] == '\0' || !value->append(name, kAppIdTextLimit)) return kWspErrFail;
+    return kWspOk;
+}
+
+// A text application id.  The reader's status is not looked at: whatever
+// it stored is used, and the cursor stays where the reader left it.
+void read_app_text(const uint8_t **p, uint16_t remaining, wsp_text_builder *value) {
+    (void)wsp_read_text_string(p, value->text, remaining, WSP_DEC_SCRATCH);
+    value->sync();
+}
+
+} // namespace
+
+int wsp_dec_app_id(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint16_t remaining) {
+    if (remaining == 0) return kWspErrArg;
+    const uint8_t *p = *cursor;
+    const uint8_t cls = wsp_class_of(*p);
+    wsp_text_builder value;
+    if (cls == WSP_CLASS_SHORT_LENGTH || cls == WSP_CLASS_SHORT_INT) {
+        int status = read_app_code(&p, cls, remaining, &value);
+        if (status != kWspOk) return status;
+    } else if (wsp_is_text_class(cls)) {
+        read_app_text(&p, remaining, &value);
+    } else {
+        return kWspErrFail;
+    }
+    // A comma after the value (a list of ids) or an id already in the
+    // output refuses the header: only one application-id line is written.
+    // The octet after the value counts only while it lies inside the block.
+    const bool comma_follows = wsp_octets_left(*cursor, remaining, p) > 0 && *p == kComma;
+    if (comma_follows || wsp_output_mentions(out, wsp_decoded_header_name(code))) return kWspErrFail;
+    return wsp_write_value_line(code, value.text, out, wsp_line_writer::plain, cursor, p, wsp_cursor_rule::on_ok);
+}
+
+int wsp_dec_accept_app(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint16_t remaining) {
+    if (remaining == 0) return kWspErrArg;
+    const uint8_t *p = *cursor;
+    const uint8_t cls = wsp_class_of(*p);
+    wsp_text_builder value;
+    if (*p == kAnyApplication) {
+        ++p;
+        value.append("*");
+    } else if (cls == WSP_CLASS_SHORT_LENGTH || cls == WSP_CLASS_SHORT_INT) {
+        int status = read_app_code(&p, cls, remaining, &value);
+        if (status != kWspOk) return status;
+    } else if (wsp_is_text_class(cls)) {
+        read_app_text(&p, remaining, &value);
+    } else {
+        return kWspErrFail;
+    }
+    return wsp_write_value_line(code, value.text, out, wsp_line_writer::merging, cursor, p, wsp_cursor_rule::on_ok);
+}
