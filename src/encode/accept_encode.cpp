@@ -1,0 +1,203 @@
+// The Accept family of list encoders: Accept (media types with parameters)
+// and the common encoder of Accept-Charset, Accept-Language and
+// Accept-Encoding (items with an optional q).  Every comma element becomes
+// a header field of its own: header code octet, then the element.
+#include <cstdint>
+#include <cstring>
+
+#include "encode.h"
+#include "primitives.h"
+#include "scratch.h"
+#include "tables.h"
+
+namespace {
+
+bool ok(int status) { return static_cast<int16_t>(status) == static_cast<int16_t>(kWspOk); }
+
+// Rows of wsp_content_types that Accept may send as codes, by version index
+// (the same counts as the content-type version rows).
+constexpr uint16_t kAcceptMediaRows[4] = {46, 53, 55, 82};
+
+constexpr uint16_t kAcceptCharsetOld = 0x01;
+constexpr uint16_t kAcceptLanguage = 0x03;
+constexpr uint16_t kAcceptCharset = 0x3B;
+constexpr uint16_t kAcceptEncoding = 0x3C;
+
+// "*" in Accept-Charset is Any-charset (0), in Accept-Encoding any coding (3).
+constexpr uint32_t kAnyCharset = 0;
+constexpr uint32_t kAnyCoding = 3;
+
+// Trims the whole value, lower-cases it and returns its start.
+char *prepare_list(char *value) {
+    char *p = value;
+    wsp_trim(&p);
+    wsp_str_lower(p);
+    return p;
+}
+
+// Splits a trimmed element at ";": returns the first part (trimmed) and
+// leaves *rest on what follows.  An element that yields no first part (an
+// empty one) gives an empty item.
+char *cut_item(char *element, char **rest) {
+    *rest = element;
+    char *item = wsp_strtoken(rest, ";");
+    if (item == nullptr) item = *rest;
+    wsp_trim(&item);
+    return item;
+}
+
+// The header code octet that opens every element; an output left exactly
+// full by it is refused as well.
+bool write_element_code(uint16_t code, wsp_buffer *out) { return ok(wsp_append_short_int(code, out)); }
+
+// A list item without parameters: a known code in the list form, an
+// unknown item as plain text and NUL.
+int write_bare_item(int32_t code, const char *item, wsp_buffer *out) {
+    int status = code >= 0 ? wsp_write_media_code(static_cast<uint32_t>(code), out) : wsp_append_plain_text(item, out);
+    return ok(status) ? kWspOk : kWspErrFail;
+}
+
+// Inside a parameterised element the item is an Integer-value when known,
+// else a Text-string (with the 127 quote for a first octet of 128 or above).
+int write_item_in_scratch(int32_t code, const char *item, wsp_buffer *scratch) {
+    int status = code >= 0 ? wsp_append_integer(static_cast<uint32_t>(code), scratch)
+                           : wsp_append_text_string(item, scratch);
+    return ok(status) ? kWspOk : kWspErrFail;
+}
+
+// One "q" or "q=value" parameter of an Accept-Charset/-Language/-Encoding
+// element, written without a parameter code: the q-value, or 00 without one.
+int write_q_param(char *param, wsp_buffer *scratch) {
+    char *pos = param;
+    char *name = wsp_strtoken(&pos, "=");
+    if (name == nullptr) return kWspErrFail;
+    wsp_trim(&name);
+    if (std::strcmp(name, wsp_param_names[0]) != 0) return kWspErrFail;
+    char *value = wsp_strtoken(&pos, "=");
+    if (value == nullptr) {
+        const uint8_t zero = 0;
+        return ok(wsp_append_bytes(&zero, 1, scratch)) ? kWspOk : kWspErrFail;
+    }
+    wsp_trim(&value);
+    uint8_t fallback = 1;
+    return ok(wsp_encode_param_value(value, 0x00, scratch, &fallback)) ? kWspOk : kWspErrFail;
+}
+
+} // namespace
+
+int wsp_encode_accept(uint16_t code, char *value, wsp_buffer *out, uint8_t version_index) {
+    if (version_index > 3) return kWspErrVersion;
+    if (value == nullptr || out == nullptr) return kWspErrFail;
+    const uint16_t media_rows = kAcceptMediaRows[version_index];
+
+    char *list = prepare_list(value);
+    // Each element's scratch is sized on the whole (trimmed) value, taken
+    // before the value is cut into elements.
+    const uint16_t scratch_size = static_cast<uint16_t>(std::strlen(list) + 1);
+
+    char *element = wsp_strtoken(&list, ",");
+    while (element != nullptr) {
+        wsp_trim(&element);
+        char *params = nullptr;
+        char *media = cut_item(element, &params);
+        if (!write_element_code(code, out)) return kWspErrFail;
+
+        int row = wsp_find_name(wsp_content_types, media_rows, media, false);
+        int32_t media_code = row >= 0 ? static_cast<int32_t>(wsp_content_types[row].code & 0xFFFFu) : -1;
+
+        char *param = wsp_strtoken(&params, ";");
+        if (param == nullptr) {
+            if (!ok(write_bare_item(media_code, media, out))) return kWspErrFail;
+        } else {
+            wsp_scratch scratch(scratch_size);
+            if (!scratch.ok()) return kWspErrFail;
+            wsp_buffer *encoded = scratch.get();
+            if (!ok(write_item_in_scratch(media_code, media, encoded))) return kWspErrFail;
+            do {
+                wsp_trim(&param);
+                if (!ok(wsp_encode_param(param, encoded, version_index, nullptr))) return kWspErrFail;
+                param = wsp_strtoken(&params, ";");
+            } while (param != nullptr);
+            if (!ok(wsp_write_general_form(out, encoded))) return kWspErrFail;
+        }
+        element = wsp_strtoken(&list, ",");
+    }
+    return kWspOk;
+}
+
+int wsp_encode_accept_qlist(uint16_t code, char *value, wsp_buffer *out) {
+    const wsp_code_entry *table = nullptr;
+    uint16_t rows = 0;
+    switch (code) {
+    case kAcceptCharsetOld:
+    case kAcceptCharset:
+        table = wsp_charsets;
+        rows = WSP_CHARSET_ROWS;
+        break;
+    case kAcceptLanguage:
+        // Two-letter rows first, then the names: "en" and "english" agree.
+        table = wsp_language_run;
+        rows = WSP_LANGUAGE_RUN_ROWS;
+        break;
+    case kAcceptEncoding:
+        table = wsp_content_codings;
+        rows = WSP_CONTENT_CODING_ROWS;
+        break;
+    default:
+        return kWspErrFail;
+    }
+    // The older Accept-Charset and Accept-Language need at least one element
+    // and take one parameter per element; the newer codes do not.
+    const bool strict = code == kAcceptCharsetOld || code == kAcceptLanguage;
+    if (value == nullptr || out == nullptr) return kWspErrFail;
+
+    char *list = prepare_list(value);
+    const uint16_t scratch_size = static_cast<uint16_t>(std::strlen(list) + 1);
+
+    uint16_t written = 0;
+    char *element = wsp_strtoken(&list, ",");
+    if (element == nullptr) return strict ? kWspErrArg : kWspOk;
+    while (element != nullptr) {
+        wsp_trim(&element);
+        char *params = nullptr;
+        char *item = cut_item(element, &params);
+        if (!write_element_code(code, out)) return kWspErrFail;
+
+        int32_t item_code = -1;
+        if (code == kAcceptCharset && std::strcmp(item, "*") == 0) {
+            item_code = kAnyCharset;
+        } else if (code == kAcceptEncoding && std::strcmp(item, "*") == 0) {
+            item_code = kAnyCoding;
+        } else {
+            int row = wsp_find_name(table, rows, item, false);
+            if (row >= 0) item_code = static_cast<int32_t>(table[row].code & 0xFFFFu);
+        }
+
+        char *param = wsp_strtoken(&params, ";");
+        if (param == nullptr) {
+            if (!ok(write_bare_item(item_code, item, out))) return kWspErrFail;
+        } else {
+            wsp_scratch scratch(scratch_size);
+            if (!scratch.ok()) return kWspErrFail;
+            wsp_buffer *encoded = scratch.get();
+            if (!ok(write_item_in_scratch(item_code, item, encoded))) return kWspErrFail;
+            uint16_t param_count = 0;
+            do {
+                if (strict && param_count > 0) return kWspErrFail;
+                wsp_trim(&param);
+                if (!ok(write_q_param(param, encoded))) return kWspErrFail;
+                ++param_count;
+                param = wsp_strtoken(&params, ";");
+            } while (param != nullptr);
+            if (!ok(wsp_write_general_form(out, encoded))) return kWspErrFail;
+        }
+        ++written;
+        element = wsp_strtoken(&list, ",");
+    }
+    return (strict && written == 0) ? kWspErrArg : kWspOk;
+}
+
+int wsp_encode_qlist_entry(uint8_t code, char *value, wsp_buffer *out, uint8_t version_index) {
+    (void)version_index; // the lists carry no version-dependent codes
+    return wsp_encode_accept_qlist(code, value, out);
+}
