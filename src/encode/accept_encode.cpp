@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "encode.h"
+#include "encoder_support.h"
 #include "primitives.h"
 #include "scratch.h"
 #include "tables.h"
@@ -26,14 +27,6 @@ constexpr uint16_t kAcceptEncoding = 0x3C;
 // "*" in Accept-Charset is Any-charset (0), in Accept-Encoding any coding (3).
 constexpr uint32_t kAnyCharset = 0;
 constexpr uint32_t kAnyCoding = 3;
-
-// Trims the whole value, lower-cases it and returns its start.
-char *prepare_list(char *value) {
-    char *p = value;
-    wsp_trim(&p);
-    wsp_str_lower(p);
-    return p;
-}
 
 // Splits a trimmed element at ";": returns the first part (trimmed) and
 // leaves *rest on what follows.  An element that yields no first part (an
@@ -69,16 +62,14 @@ int write_item_in_scratch(int32_t code, const char *item, wsp_buffer *scratch) {
 // element, written without a parameter code: the q-value, or 00 without one.
 int write_q_param(char *param, wsp_buffer *scratch) {
     char *pos = param;
-    char *name = wsp_strtoken(&pos, "=");
+    char *name = wsp_enc_next_element(&pos, "=");
     if (name == nullptr) return kWspErrFail;
-    wsp_trim(&name);
     if (std::strcmp(name, wsp_param_names[0]) != 0) return kWspErrFail;
-    char *value = wsp_strtoken(&pos, "=");
+    char *value = wsp_enc_next_element(&pos, "=");
     if (value == nullptr) {
         const uint8_t zero = 0;
         return ok(wsp_append_bytes(&zero, 1, scratch)) ? kWspOk : kWspErrFail;
     }
-    wsp_trim(&value);
     uint8_t fallback = 1;
     return ok(wsp_encode_param_value(value, 0x00, scratch, &fallback)) ? kWspOk : kWspErrFail;
 }
@@ -90,14 +81,13 @@ int wsp_encode_accept(uint16_t code, char *value, wsp_buffer *out, uint8_t versi
     if (value == nullptr || out == nullptr) return kWspErrFail;
     const uint16_t media_rows = kAcceptMediaRows[version_index];
 
-    char *list = prepare_list(value);
-    // Each element's scratch is sized on the whole (trimmed) value, taken
-    // before the value is cut into elements.
-    const uint16_t scratch_size = static_cast<uint16_t>(std::strlen(list) + 1);
+    // Each element's scratch is sized on the whole value as handed in,
+    // taken before the value is trimmed and cut into elements.
+    const uint16_t scratch_size = wsp_enc_scratch_size(value);
+    char *list = wsp_enc_prepare(value, true);
 
-    char *element = wsp_strtoken(&list, ",");
+    char *element = wsp_enc_next_element(&list, ",");
     while (element != nullptr) {
-        wsp_trim(&element);
         char *params = nullptr;
         char *media = cut_item(element, &params);
         if (!write_element_code(code, out)) return kWspErrFail;
@@ -105,7 +95,7 @@ int wsp_encode_accept(uint16_t code, char *value, wsp_buffer *out, uint8_t versi
         int row = wsp_find_name(wsp_content_types, media_rows, media, false);
         int32_t media_code = row >= 0 ? static_cast<int32_t>(wsp_content_types[row].code & 0xFFFFu) : -1;
 
-        char *param = wsp_strtoken(&params, ";");
+        char *param = wsp_enc_next_element(&params, ";");
         if (param == nullptr) {
             if (!ok(write_bare_item(media_code, media, out))) return kWspErrFail;
         } else {
@@ -114,13 +104,12 @@ int wsp_encode_accept(uint16_t code, char *value, wsp_buffer *out, uint8_t versi
             wsp_buffer *encoded = scratch.get();
             if (!ok(write_item_in_scratch(media_code, media, encoded))) return kWspErrFail;
             do {
-                wsp_trim(&param);
                 if (!ok(wsp_encode_param(param, encoded, version_index, nullptr))) return kWspErrFail;
-                param = wsp_strtoken(&params, ";");
+                param = wsp_enc_next_element(&params, ";");
             } while (param != nullptr);
             if (!ok(wsp_write_general_form(out, encoded))) return kWspErrFail;
         }
-        element = wsp_strtoken(&list, ",");
+        element = wsp_enc_next_element(&list, ",");
     }
     return kWspOk;
 }
@@ -151,14 +140,13 @@ int wsp_encode_accept_qlist(uint16_t code, char *value, wsp_buffer *out) {
     const bool strict = code == kAcceptCharsetOld || code == kAcceptLanguage;
     if (value == nullptr || out == nullptr) return kWspErrFail;
 
-    char *list = prepare_list(value);
-    const uint16_t scratch_size = static_cast<uint16_t>(std::strlen(list) + 1);
+    const uint16_t scratch_size = wsp_enc_scratch_size(value);
+    char *list = wsp_enc_prepare(value, true);
 
     uint16_t written = 0;
-    char *element = wsp_strtoken(&list, ",");
+    char *element = wsp_enc_next_element(&list, ",");
     if (element == nullptr) return strict ? kWspErrArg : kWspOk;
     while (element != nullptr) {
-        wsp_trim(&element);
         char *params = nullptr;
         char *item = cut_item(element, &params);
         if (!write_element_code(code, out)) return kWspErrFail;
@@ -173,7 +161,7 @@ int wsp_encode_accept_qlist(uint16_t code, char *value, wsp_buffer *out) {
             if (row >= 0) item_code = static_cast<int32_t>(table[row].code & 0xFFFFu);
         }
 
-        char *param = wsp_strtoken(&params, ";");
+        char *param = wsp_enc_next_element(&params, ";");
         if (param == nullptr) {
             if (!ok(write_bare_item(item_code, item, out))) return kWspErrFail;
         } else {
@@ -184,15 +172,14 @@ int wsp_encode_accept_qlist(uint16_t code, char *value, wsp_buffer *out) {
             uint16_t param_count = 0;
             do {
                 if (strict && param_count > 0) return kWspErrFail;
-                wsp_trim(&param);
                 if (!ok(write_q_param(param, encoded))) return kWspErrFail;
                 ++param_count;
-                param = wsp_strtoken(&params, ";");
+                param = wsp_enc_next_element(&params, ";");
             } while (param != nullptr);
             if (!ok(wsp_write_general_form(out, encoded))) return kWspErrFail;
         }
         ++written;
-        element = wsp_strtoken(&list, ",");
+        element = wsp_enc_next_element(&list, ",");
     }
     return (strict && written == 0) ? kWspErrArg : kWspOk;
 }

@@ -7,6 +7,7 @@
 #include <cstring>
 
 #include "encode.h"
+#include "encoder_support.h"
 #include "primitives.h"
 #include "scratch.h"
 #include "tables.h"
@@ -80,14 +81,15 @@ uint16_t build_long_code(uint32_t code, uint8_t *area) {
 }
 
 // A media code above 127 without parameters: one octet N, then N octets
-// taken from position `from` of the Long-integer area.  The room for all
+// taken from the Long-integer area, from its start or (from_n) from
+// position N.  The room for all
 // N + 1 octets is tested before anything is written.
-int write_long_media_code(uint32_t code, uint16_t from_n_times, wsp_buffer *out) {
+int write_long_media_code(uint32_t code, bool from_n, wsp_buffer *out) {
     uint8_t area[kLongCodeArea] = {};
     uint16_t n = build_long_code(code, area);
     uint8_t bytes[1 + kLongCodeLimit] = {};
     bytes[0] = static_cast<uint8_t>(n);
-    std::memcpy(bytes + 1, area + from_n_times * n, n);
+    std::memcpy(bytes + 1, area + (from_n ? n : 0), n);
     return ok(wsp_append_bytes(bytes, static_cast<uint16_t>(n + 1), out)) ? kWspOk : kWspErrFail;
 }
 
@@ -105,7 +107,7 @@ int write_empty_content(wsp_buffer *out) {
 // use wsp_write_media_code and are not affected.
 int write_content_media_code(uint32_t code, wsp_buffer *out) {
     if (code <= 127) return ok(wsp_append_short_int(code, out)) ? kWspOk : kWspErrFail;
-    return write_long_media_code(code, 1, out);
+    return write_long_media_code(code, true, out);
 }
 
 } // namespace
@@ -113,7 +115,7 @@ int write_content_media_code(uint32_t code, wsp_buffer *out) {
 int wsp_write_media_code(uint32_t code, wsp_buffer *out) {
     if (out == nullptr) return kWspErrFail;
     if (code <= 127) return ok(wsp_append_short_int(code, out)) ? kWspOk : kWspErrFail;
-    return write_long_media_code(code, 0, out);
+    return write_long_media_code(code, false, out);
 }
 
 // The general form is exactly a Value-length followed by the bytes: the
@@ -137,16 +139,15 @@ extern "C" WSP_API int wsp_encode_content(const char *text, wsp_buffer *out, con
     if (copy.get() == nullptr) return kWspErrFail;
 
     char *pos = copy.get();
-    char *media = wsp_strtoken(&pos, ";");
+    char *media = wsp_enc_next_element(&pos, ";");
     if (media == nullptr) return write_empty_content(out);
-    wsp_trim(&media);
 
     // Only the version's leading rows may be sent as a code; the scan runs
     // downward so that the highest admitted row wins.
     int found = wsp_find_name_down(wsp_content_types, static_cast<int>(limit) - 1, media, true);
     uint32_t code = found >= 0 ? (wsp_content_types[found].code & 0xFFFFu) : 0;
 
-    char *param = wsp_strtoken(&pos, ";");
+    char *param = wsp_enc_next_element(&pos, ";");
     if (param == nullptr) {
         // Extension-media goes out as plain text and NUL: no 127 quote, even
         // when the first octet is 128 or above.
@@ -160,9 +161,8 @@ extern "C" WSP_API int wsp_encode_content(const char *text, wsp_buffer *out, con
     int status = found >= 0 ? wsp_append_integer(code, value) : wsp_append_plain_text(media, value);
     if (!ok(status)) return kWspErrFail;
     do {
-        wsp_trim(&param);
         if (!ok(wsp_encode_param(param, value, version_index, media))) return kWspErrFail;
-        param = wsp_strtoken(&pos, ";");
+        param = wsp_enc_next_element(&pos, ";");
     } while (param != nullptr);
     return wsp_write_general_form(out, value);
 }

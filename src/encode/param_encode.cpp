@@ -8,6 +8,7 @@
 
 #include "date.h"
 #include "encode.h"
+#include "encoder_support.h"
 #include "primitives.h"
 #include "scratch.h"
 #include "tables.h"
@@ -81,28 +82,13 @@ int find_param_code(const char *name, uint8_t limit, const char *media) {
 
 int append_octet(uint8_t octet, wsp_buffer *out) { return wsp_append_bytes(&octet, 1, out); }
 
-// Digits only.  An empty value counts as a number (0) as well.
-bool is_decimal_text(const char *text) {
-    for (const char *p = text; *p != '\0'; ++p) {
-        if (!wsp_ascii_is_digit(static_cast<uint8_t>(*p))) return false;
-    }
-    return true;
-}
-
 // Untyped parameter: Token-text name, then the value as an integer when it
 // is all digits, else as a Quoted-string when it starts with a quotation
-// mark, else as Token-text.
+// mark, else as Token-text (an empty value is an empty Token-text, a lone
+// 00).
 int write_untyped(const char *name, const char *value, wsp_buffer *out) {
     if (!ok(wsp_tokentext_encode_buff(name, out))) return kWspErrFail;
-    int status;
-    if (is_decimal_text(value)) {
-        status = wsp_append_integer(wsp_strtou32(value, nullptr, 10), out);
-    } else if (static_cast<uint8_t>(value[0]) == '"') {
-        status = wsp_append_quoted_string(value, out);
-    } else {
-        status = wsp_tokentext_encode_buff(value, out);
-    }
-    return ok(status) ? kWspOk : kWspErrFail;
+    return ok(wsp_append_untyped_value(value, out)) ? kWspOk : kWspErrFail;
 }
 
 // q from text.  The integer part must be 0 or 1.  A q of one goes out as a
@@ -147,10 +133,7 @@ int write_qvalue(char *text, wsp_buffer *out, uint8_t *fallback) {
             q = f + 100;
         }
     }
-    uint8_t octets[5] = {};
-    uint8_t *cursor = octets;
-    uint8_t count = 0;
-    if (!ok(wsp_enc_varint(q, &cursor, &count)) || !ok(wsp_append_bytes(octets, count, out))) {
+    if (!ok(wsp_append_uintvar(q, out))) {
         // Only one octet of room was tested above; a longer code that does
         // not fit is refused like the missing room.
         *fallback = 0;
@@ -265,17 +248,16 @@ int wsp_encode_param(char *text, wsp_buffer *out, uint8_t version_index, const c
     const uint8_t limit = kParamLimit[version_index];
     // The typed value's scratch is sized on the whole parameter text, taken
     // before the text is cut.
-    const uint16_t scratch_size = static_cast<uint16_t>(std::strlen(text) + 1);
+    const uint16_t scratch_size = wsp_enc_scratch_size(text);
 
     char *pos = text;
-    char *name = wsp_strtoken(&pos, "=");
+    char *name = wsp_enc_next_element(&pos, "=");
     if (name == nullptr) return kWspErrFail;
-    wsp_trim(&name);
 
     int code = find_param_code(name, limit, media);
     if (code == kRefused) return kWspErrFail;
 
-    char *value = wsp_strtoken(&pos, "=");
+    char *value = wsp_enc_next_element(&pos, "=");
     if (value == nullptr) {
         // No-value: the code or name, then 00.
         int status = code >= 0 ? wsp_append_integer(static_cast<uint32_t>(code), out)
@@ -283,7 +265,6 @@ int wsp_encode_param(char *text, wsp_buffer *out, uint8_t version_index, const c
         if (!ok(status)) return kWspErrFail;
         return ok(append_octet(0x00, out)) ? kWspOk : kWspErrFail;
     }
-    wsp_trim(&value);
 
     if (code >= 0) {
         wsp_scratch scratch(scratch_size);
