@@ -1,0 +1,154 @@
+// Authorization / Proxy-Authorization (credentials) and Proxy-Authenticate /
+// WWW-Authenticate (challenges).  Both carry a Value-length, then either the
+// basic scheme (a Short-integer 0) with its fields, or a scheme token with a
+// parameter list.  Each header gets a line of its own.
+#include <cstring>
+
+#include "decode.h"
+#include "primitives.h"
+#include "structured_value.h"
+#include "tables.h"
+#include "text_builder.h"
+
+namespace {
+
+constexpr uint8_t kBasicScheme = 0;
+
+// Reads one text field (user identity, password, realm): it must start a
+// Quoted-string or a text (classes 3 and 4 only when `allow_quote` is
+// false, classes 2, 3 and 4 otherwise) and is read as a Text-string into
+// `field` (a 200-octet area).  Every failure is -214.
+int read_text_field(wsp_value_reader *v, char *field, uint16_t bound, bool allow_quote) {
+    uint8_t cls = v->peek_class();
+    bool ok = cls == WSP_CLASS_QUOTED || cls == WSP_CLASS_TEXT || (allow_quote && cls == WSP_CLASS_QUOTE);
+    if (!ok) return kWspErrFail;
+    if (wsp_read_text_string(&v->p, field, v->text_bound(bound), WSP_DEC_SCRATCH) != kWspOk) return kWspErrFail;
+    return kWspOk;
+}
+
+// The basic form of credentials: "basic <user> : <password>".  The length
+// must be used exactly.
+int basic_credentials(wsp_value_reader *v, wsp_text_builder *b, uint16_t remaining) {
+    char field[WSP_DEC_VALUE_AREA] = {};
+    b->append(wsp_auth_schemes[0]);
+    if (v->length_used_up()) return kWspErrFail;
+    if (read_text_field(v, field, v->rest_of_length(), false) != kWspOk) return kWspErrFail;
+    if (!b->append(" ") || !b->append(field) || !b->append(" : ")) return kWspErrFail;
+    if (v->length_used_up()) return kWspErrFail;
+    // The password is bounded by the header's remaining count less the
+    // octets used since the length, not by the length: a password that runs
+    // over the length is read whole and then fails the final count.
+    // (bound() still keeps the read inside the input.)
+    uint16_t password_bound = static_cast<uint16_t>(remaining - v->used());
+    std::memset(field, 0, sizeof field);
+    if (read_text_field(v, field, password_bound, false) != kWspOk) return kWspErrFail;
+    if (!b->append(field)) return kWspErrFail;
+    if (v->used() != v->length) return kWspErrFail;
+    return kWspOk;
+}
+
+// The realm of a challenge, quoted: " realm = \"<realm>\"" after the scheme
+// (the caller writes the scheme and the first space).
+int append_realm(wsp_value_reader *v, wsp_text_builder *b) {
+    char realm[WSP_DEC_VALUE_AREA] = {};
+    if (read_text_field(v, realm, v->rest_of_length(), true) != kWspOk) return kWspErrFail;
+    // Each piece keeps the text below 198 characters.
+    if (!b->append("realm = ") || !b->append("\"") || !b->append(realm) || !b->append("\"")) return kWspErrFail;
+    return kWspOk;
+}
+
+// Challenges go through the merging writer only for a header named
+// "WWW-Authenticate" spelt exactly so.  Names come from the lower-case
+// header table, so the plain writer is always the one used; the comparison
+// is kept as it stands.
+int write_challenge(wsp_buffer *out, const char *name, const char *value) {
+    if (std::strcmp(name, "WWW-Authenticate") == 0) return wsp_add_header_line(out, name, value);
+    return wsp_append_header_line(out, name, value);
+}
+
+} // namespace
+
+int wsp_dec_credentials(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint16_t remaining) {
+    const char *name = wsp_decoded_header_name(code);
+    if (name == nullptr) return kWspErrFail;
+    wsp_value_reader v;
+    bool empty = false;
+    if (wsp_open_length_form(*cursor, remaining, &v, &empty) != kWspOk) return kWspErrFail;
+    if (empty) {
+        *cursor = v.p;
+        return kWspOk;
+    }
+
+    wsp_text_builder b;
+    switch (v.peek_class()) {
+    case WSP_CLASS_SHORT_INT:
+        if ((*v.p & 0x7F) != kBasicScheme) return kWspErrFail;
+        v.p += 1;
+        if (basic_credentials(&v, &b, remaining) != kWspOk) return kWspErrFail;
+        break;
+    case WSP_CLASS_TEXT: {
+        // A scheme token, then (when the length goes on) its parameters
+        // joined by ",".
+        if (wsp_read_token_text(&v.p, b.text, v.bound(v.length), WSP_DEC_SCRATCH) != kWspOk) return kWspErrFail;
+        b.sync();
+        if (!v.length_used_up()) {
+            uint16_t run = 0;
+            if (!b.append(" ") || !v.rest_as_run(&run)) return kWspErrFail;
+            if (wsp_decode_param_list(&v.p, run, b.text, WSP_DEC_SCRATCH) != kWspOk) return kWspErrFail;
+            b.sync();
+        }
+        break;
+    }
+    default:
+        return kWspErrFail;
+    }
+
+    int st = wsp_append_header_line(out, name, b.text);
+    if (st == kWspOk) *cursor = v.p;
+    return st;
+}
+
+int wsp_dec_challenge(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint16_t remaining) {
+    const char *name = wsp_decoded_header_name(code);
+    if (name == nullptr) return kWspErrFail;
+    wsp_value_reader v;
+    bool empty = false;
+    if (wsp_open_length_form(*cursor, remaining, &v, &empty) != kWspOk) return kWspErrFail;
+    if (empty) {
+        *cursor = v.p;
+        return kWspOk;
+    }
+
+    wsp_text_builder b;
+    switch (v.peek_class()) {
+    case WSP_CLASS_SHORT_INT: {
+        // "basic realm = \"<realm>\"".  The cursor moves only when the line
+        // is written.
+        if ((*v.p & 0x7F) != kBasicScheme) return kWspErrFail;
+        v.p += 1;
+        b.append(wsp_auth_schemes[0]);
+        if (!b.append(" ") || append_realm(&v, &b) != kWspOk) return kWspErrFail;
+        int st = write_challenge(out, name, b.text);
+        if (st == kWspOk) *cursor = v.p;
+        return st;
+    }
+    case WSP_CLASS_TEXT: {
+        // "<scheme> realm = \"<realm>\"", then ",<param>,<param>..." when the
+        // length goes on.  The cursor is moved before the line is written,
+        // so it stays moved whatever the writer says.
+        if (wsp_read_token_text(&v.p, b.text, v.bound(v.length), WSP_DEC_SCRATCH) != kWspOk) return kWspErrFail;
+        b.sync();
+        if (!b.append(" ") || append_realm(&v, &b) != kWspOk) return kWspErrFail;
+        if (!v.length_used_up()) {
+            uint16_t run = 0;
+            if (!b.append(",") || !v.rest_as_run(&run)) return kWspErrFail;
+            if (wsp_decode_param_list(&v.p, run, b.text, WSP_DEC_SCRATCH) != kWspOk) return kWspErrFail;
+            b.sync();
+        }
+        *cursor = v.p;
+        return write_challenge(out, name, b.text);
+    }
+    default:
+        return kWspErrFail;
+    }
+}

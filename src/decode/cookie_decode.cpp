@@ -1,0 +1,94 @@
+// Set-Cookie (0x41): inside a Value-length, the cookie version, the cookie
+// name and value, and optional parameters, written as
+// "<name>=<value>;<version>[;<param>...]".  Set-Cookie values share one line.
+#include <cstring>
+
+#include "decode.h"
+#include "primitives.h"
+#include "structured_value.h"
+#include "tables.h"
+#include "text_builder.h"
+
+namespace {
+
+// "Version=<major>[.<minor>]" of a Short-integer version.  Major and minor
+// are both formatted into the same scratch end, and the minor is taken
+// through the pointer returned for the major (one digit, since the major is
+// 0..7): a one-digit minor comes out right, a minor of 10 to 14 shows only
+// its last digit ("1.0" for 0x1A).  Kept as it stands; clients have only
+// ever seen one-digit minors here.
+void version_text(uint8_t octet, char *text) {
+    uint8_t v = static_cast<uint8_t>(octet & 0x7F);
+    uint8_t minor = static_cast<uint8_t>(v & 0x0F);
+    char digits[12];
+    char *end = digits + sizeof digits - 1;
+    wsp_text_builder b;
+    b.append("Version=");
+    char *major = wsp_uint_to_text(static_cast<uint32_t>(v >> 4), end);
+    b.append(major);
+    if (minor < 15) {
+        b.append(".");
+        wsp_uint_to_text(minor, end);
+        b.append(major);
+    }
+    std::memcpy(text, b.text, b.len + 1u);
+}
+
+// The cookie name or value: classes 2, 3 or 4, a Text-string bounded by
+// what is left of the length.
+int read_cookie_text(wsp_value_reader *v, char *text) {
+    if (!wsp_is_text_class(v->peek_class())) return kWspErrFail;
+    if (wsp_read_text_string(&v->p, text, v->text_bound(v->rest_of_length()), WSP_DEC_SCRATCH) != kWspOk)
+        return kWspErrFail;
+    return kWspOk;
+}
+
+} // namespace
+
+int wsp_dec_set_cookie(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint16_t remaining) {
+    const char *name = wsp_decoded_header_name(code);
+    if (name == nullptr) return kWspErrFail;
+    wsp_value_reader v;
+    bool empty = false;
+    if (wsp_open_length_form(*cursor, remaining, &v, &empty) != kWspOk) return kWspErrFail;
+    if (empty) {
+        *cursor = v.p;
+        return kWspOk;
+    }
+
+    // The version: a Short-integer gives "Version=...", a text is taken as
+    // it stands (no "Version=" in front).
+    char version[WSP_DEC_VALUE_AREA] = {};
+    uint8_t cls = v.peek_class();
+    if (cls == WSP_CLASS_SHORT_INT) {
+        version_text(*v.p, version);
+        v.p += 1;
+    } else if (wsp_is_text_class(cls)) {
+        if (wsp_read_text_string(&v.p, version, v.text_bound(v.length), WSP_DEC_SCRATCH) != kWspOk) return kWspErrFail;
+    } else {
+        return kWspErrFail;
+    }
+
+    // The cookie name and value are bounded by the length less the octets
+    // used so far; neither may run over the value.
+    char cookie_name[WSP_DEC_VALUE_AREA] = {};
+    char cookie_value[WSP_DEC_VALUE_AREA] = {};
+    if (read_cookie_text(&v, cookie_name) != kWspOk) return kWspErrFail;
+    if (read_cookie_text(&v, cookie_value) != kWspOk) return kWspErrFail;
+
+    wsp_text_builder b;
+    if (!b.append(cookie_name) || !b.append("=") || !b.append(cookie_value) || !b.append(";") || !b.append(version))
+        return kWspErrFail;
+
+    if (!v.length_used_up()) {
+        uint16_t run = 0;
+        if (!v.rest_as_run(&run)) return kWspErrFail;
+        if (wsp_decode_params(&v.p, run, b.text, WSP_DEC_SCRATCH) != kWspOk) return kWspErrFail;
+        b.sync();
+    }
+    if (b.len >= WSP_DEC_SCRATCH) return kWspErrFail;
+
+    int st = wsp_add_header_line(out, name, b.text);
+    if (st == kWspOk) *cursor = v.p;
+    return st;
+}

@@ -1,0 +1,80 @@
+// Calls one well-known header value decoder the way the block decoder does
+// (code, cursor, output, remaining) over an exact-size copy of the input,
+// and reports the status, the output text and how far the cursor moved.
+#ifndef WSP_TEST_DECODER_HARNESS_H
+#define WSP_TEST_DECODER_HARNESS_H
+
+#include <cstdint>
+#include <cstring>
+#include <string>
+
+#include "decode/decode.h"
+#include "wsp_test_support.h"
+
+namespace wsp_test {
+
+using HeaderDecoder = int (*)(uint32_t, const uint8_t **, wsp_buffer *, uint16_t);
+
+struct DecodeResult {
+    int status;
+    std::string text; // the whole output text afterwards
+    long moved;       // how far the cursor moved
+};
+
+// Decodes `in` into an existing output buffer.  `remaining` defaults to the
+// input's size: the input block ends exactly where the value's octets end.
+inline DecodeResult decode_into(HeaderDecoder fn, uint32_t code, const Bytes &in, OutBuffer &out,
+                                int remaining = -1) {
+    InBytes input(in);
+    const uint8_t *cursor = input.data();
+    uint16_t rem = remaining < 0 ? input.size() : static_cast<uint16_t>(remaining);
+    int status = fn(code, &cursor, out.get(), rem);
+    return {status, out.text(), static_cast<long>(cursor - input.data())};
+}
+
+// Decodes `in` into a fresh output buffer of `out_size` octets.
+inline DecodeResult decode(HeaderDecoder fn, uint32_t code, const Bytes &in, uint16_t out_size = 512,
+                           int remaining = -1) {
+    OutBuffer out(out_size);
+    return decode_into(fn, code, in, out, remaining);
+}
+
+// An output buffer that already holds `text` (length set to match).
+inline void prefill(OutBuffer &out, const char *text) {
+    size_t n = std::strlen(text);
+    std::memcpy(out->data, text, n);
+    out->data[n] = 0;
+    out->length = static_cast<uint16_t>(n);
+}
+
+// The uintvar octets of v.
+inline Bytes uintvar(uint32_t v) {
+    Bytes groups;
+    do {
+        groups.insert(groups.begin(), static_cast<uint8_t>(v & 0x7F));
+        v >>= 7;
+    } while (v != 0);
+    for (size_t i = 0; i + 1 < groups.size(); ++i) groups[i] |= 0x80;
+    return groups;
+}
+
+// A Length-quote form: 0x1F, the uintvar of the body's size, the body.
+inline Bytes quoted_length(const Bytes &body) {
+    return cat({bytes({0x1F}), uintvar(static_cast<uint32_t>(body.size())), body});
+}
+
+// A Short-length form: the body's size (must be 30 or less), the body.
+inline Bytes short_length(const Bytes &body) {
+    return cat({bytes({static_cast<int>(body.size())}), body});
+}
+
+// A NUL-terminated text's octets.
+inline Bytes cstr(const std::string &s) {
+    Bytes b(s.begin(), s.end());
+    b.push_back(0);
+    return b;
+}
+
+} // namespace wsp_test
+
+#endif
