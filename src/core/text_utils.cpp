@@ -89,7 +89,7 @@ const char *wsp_find_unquoted(const char *hay, const char *needle) {
         char c = *p;
         if (c == '\0') return nullptr;
         if (c == needle[0]) {
-            if (std::strlen(p) < n) return nullptr;
+            if (strnlen(p, n) < n) return nullptr; // fewer than n characters left
             if (std::memcmp(p, needle, n) == 0) return p;
             ++p;
             continue;
