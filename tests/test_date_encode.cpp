@@ -1,11 +1,15 @@
-// If-Range: a date when the value starts with a day name, otherwise the
-// lower-cased value as a Text-string.
+// The date header encoder (code octet, then the lower-cased HTTP-date as a
+// Long-integer) and If-Range: a date when the value starts with a day name,
+// otherwise the lower-cased value as a Text-string.
 #include <gtest/gtest.h>
 
 #include <string>
 
 #include "date.h"
 #include "wsp_test_support.h"
+
+using wsp_test::bytes;
+using wsp_test::hex;
 
 using wsp_test::OutBuffer;
 using wsp_test::TextCopy;
@@ -28,6 +32,79 @@ Encoded if_range(const std::string &value, uint16_t size = 32) {
 }
 
 } // namespace
+
+// ---- date header encoding ----
+
+TEST(EncodeDateHeader, CodeOctetThenLowerCasedDate) {
+    TextCopy t("Sun, 06 Nov 1994 08:49:37 GMT");
+    OutBuffer out(16);
+    EXPECT_EQ(wsp_encode_date_header(0x12, t.get(), out.get(), 3), WSP_OK);
+    EXPECT_EQ(out.written_hex(), "92 04 2E BC 98 A1");
+    EXPECT_STREQ(t.get(), "sun,"); // lower-cased and cut in place
+}
+
+TEST(EncodeDateHeader, AllDateCodes) {
+    for (uint8_t code : {0x12, 0x14, 0x17, 0x1B, 0x1D, 0x3F}) {
+        TextCopy t("SUN NOV 6 08:49:37 1994");
+        OutBuffer out(8);
+        EXPECT_EQ(wsp_encode_date_header(code, t.get(), out.get(), 0), WSP_OK) << int(code);
+        EXPECT_EQ(out.written_hex(), hex(bytes({0x80 | code, 0x04, 0x2E, 0xBC, 0x98, 0xA1}))) << int(code);
+    }
+}
+
+// The Short-integer writer refuses to fill the output to its last byte: a
+// code octet that fills the buffer exactly is written, counted and -214.
+TEST(EncodeDateHeader, CodeOctetFillingTheBufferFails) {
+    TextCopy t("sun, 06 nov 1994 08:49:37 gmt");
+    OutBuffer out(1);
+    EXPECT_EQ(wsp_encode_date_header(0x12, t.get(), out.get(), 3), WSP_ERR_FAIL);
+    EXPECT_EQ(out.written_hex(), "92");
+    EXPECT_STREQ(t.get(), "sun, 06 nov 1994 08:49:37 gmt"); // not parsed
+}
+
+TEST(EncodeDateHeader, NoRoomForTheCodeOctetFails) {
+    TextCopy t("sun, 06 nov 1994 08:49:37 gmt");
+    OutBuffer out(0);
+    EXPECT_EQ(wsp_encode_date_header(0x12, t.get(), out.get(), 3), WSP_ERR_FAIL);
+    EXPECT_EQ(out->length, 0);
+}
+
+TEST(EncodeDateHeader, ExactRoomForCodeAndValue) {
+    TextCopy t("sun, 06 nov 1994 08:49:37 gmt");
+    OutBuffer out(6);
+    EXPECT_EQ(wsp_encode_date_header(0x12, t.get(), out.get(), 3), WSP_OK);
+    EXPECT_EQ(out.written_hex(), "92 04 2E BC 98 A1");
+}
+
+TEST(EncodeDateHeader, ValueOneByteShortFails) {
+    TextCopy t("sun, 06 nov 1994 08:49:37 gmt");
+    OutBuffer out(5);
+    EXPECT_EQ(wsp_encode_date_header(0x12, t.get(), out.get(), 3), WSP_ERR_FAIL);
+    EXPECT_EQ(out->data[0], 0x92);
+    EXPECT_EQ(out->data[1], 0x04);
+}
+
+TEST(EncodeDateHeader, BadDateFailsAfterTheCodeOctet) {
+    TextCopy t("Sun, 06 Nov 2070 08:49:37 GMT");
+    OutBuffer out(16);
+    EXPECT_EQ(wsp_encode_date_header(0x12, t.get(), out.get(), 3), WSP_ERR_FAIL);
+    EXPECT_EQ(out.written_hex(), "92");
+}
+
+TEST(EncodeDateHeader, CodeAbove127Fails) {
+    TextCopy t("sun, 06 nov 1994 08:49:37 gmt");
+    OutBuffer out(16);
+    EXPECT_EQ(wsp_encode_date_header(0x80, t.get(), out.get(), 3), WSP_ERR_FAIL);
+    EXPECT_EQ(out->length, 0);
+}
+
+TEST(EncodeDateHeader, NullTextFailsAfterTheCodeOctet) {
+    OutBuffer out(16);
+    EXPECT_EQ(wsp_encode_date_header(0x12, nullptr, out.get(), 3), WSP_ERR_FAIL);
+    EXPECT_EQ(out.written_hex(), "92");
+}
+
+// ---- If-Range ----
 
 TEST(EncodeIfRange, DateValue) {
     Encoded e = if_range("Sun, 06 Nov 1994 08:49:37 GMT");

@@ -184,7 +184,7 @@ int wsp_date_value_text(uint32_t seconds, char *out) {
     char *const day_name = words[0];
     char *const month = words[1];
     char *const day = words[2];
-    char *const time = words[3];
+    char *const time_of_day = words[3];
     char *const year = words[4];
 
     char result[WSP_DATE_TEXT_SIZE];
@@ -198,7 +198,7 @@ int wsp_date_value_text(uint32_t seconds, char *out) {
     t.put(' ');
     t.add(year);
     t.put(' ');
-    t.add(time);
+    t.add(time_of_day);
     t.put(' ');
     t.add("GMT");
     if (t.full()) return kWspErrFail;
