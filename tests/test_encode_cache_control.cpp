@@ -158,6 +158,16 @@ TEST(CacheControl, LongValueGetsTheLengthQuote) {
                               text_bytes("abcdefghijklmnopqrstuvwxyz"), bytes({0})})));
 }
 
+TEST(CacheControl, ValueLongerThanTheStackScratch) {
+    std::string argument(300, 'a');
+    Encoded e = run(0x47, "x-long=" + argument, 312);
+    EXPECT_EQ(e.status, WSP_OK);
+    EXPECT_EQ(e.length, 312);
+    EXPECT_EQ(e.hex, hex(cat({bytes({0xC7, 0x1F, 0x82, 0x34}), text_bytes("x-long"), bytes({0}),
+                              text_bytes(argument.c_str()), bytes({0})})));
+    EXPECT_EQ(run(0x47, "x-long=" + argument, 311).status, WSP_ERR_FAIL);
+}
+
 TEST(CacheControl, NoDirectiveIsAnArgumentError) {
     Encoded e = run(0x47, "  ");
     EXPECT_EQ(e.status, WSP_ERR_ARG);

@@ -107,6 +107,14 @@ TEST(ContentMd5, OutputOneByteShortFailsBeforeTheDigest) {
     EXPECT_EQ(e.hex, "8F");
 }
 
+TEST(ContentMd5, RoomTestDoesNotWrapNearTheSixteenBitLimit) {
+    TextCopy text(kDigestText);
+    OutBuffer out(65535);
+    out->length = 65530;
+    EXPECT_EQ(wsp_encode_content_md5(0x0F, text.get(), out.get(), 3), WSP_ERR_FAIL);
+    EXPECT_EQ(out->length, 65531); // the code octet only
+}
+
 TEST(ContentMd5, NullValueFails) {
     OutBuffer out(32);
     EXPECT_EQ(wsp_encode_content_md5(0x0F, nullptr, out.get(), 3), WSP_ERR_FAIL);

@@ -42,8 +42,9 @@ int wsp_encode_content_md5(uint8_t code, char *value, wsp_buffer *out, uint8_t v
     if (wsp_write_code_octet(code, out) != kWspOk) return kWspErrFail;
     const char *pos = wsp_enc_prepare(value, false);
     // Room for the length octet and the whole digest is tested before the
-    // text is read.
-    if (out->size < static_cast<uint16_t>(out->length + 1 + kDigestLength)) return kWspErrFail;
+    // text is read, in full width so that a length near 0xFFFF cannot wrap
+    // past the test.
+    if (static_cast<uint32_t>(out->length) + 1 + kDigestLength > out->size) return kWspErrFail;
     uint8_t digest[1 + kDigestLength];
     digest[0] = kDigestLength;
     for (uint8_t i = 0; i < kDigestLength; ++i) {
