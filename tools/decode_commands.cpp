@@ -1,0 +1,136 @@
+// decode-push, decode-headers and decode-content-type.
+#include <cstring>
+#include <iostream>
+#include <string>
+
+#include "commands.h"
+#include "library_buffers.h"
+#include "status_names.h"
+#include "tarnwspencdec.h"
+
+namespace wsptool {
+
+namespace {
+
+// Room for the decoded header text: the largest buffer the library can
+// describe.  The library never grows it.
+constexpr uint16_t kTextSize = 0xFFFF;
+
+int version_number(const std::string &version) {
+    for (int i = 0; i < 4; ++i)
+        if (version == kVersions[i]) return i + 1;
+    return 0; // not reached: the command line admits the four versions only
+}
+
+int codec_failure(Streams io, const char *function, int status) {
+    io.err << "wsptool: " << function << " failed: " << status_name(status) << '\n';
+    return kExitCodec;
+}
+
+bool too_long(Streams io, size_t count, const char *what) {
+    if (count <= kMaxOctets) return false;
+    io.err << "wsptool: the " << what << " has " << count << " octets; the library handles at most " << kMaxOctets
+           << '\n';
+    return true;
+}
+
+// Decodes a header block into `text` (NUL-terminated, `length` octets) and
+// returns the library status.
+int decode_block(wsp_hdrbuf &block, OutputBlock &text, const DecodeOptions &options) {
+    return wsp_dec_hdr(&block, &text.record(), nullptr, version_number(options.version));
+}
+
+std::string header_text(OutputBlock &text, const DecodeOptions &options, std::string_view indent) {
+    const wsp_buffer &t = text.record();
+    return options.hex_out ? format_hex(t.data, t.length, indent) : format_text(t.data, t.length, indent);
+}
+
+} // namespace
+
+int run_decode_push(const DecodeOptions &options, Streams io) {
+    const Octets pdu = read_octets(options.input, io.in);
+    if (too_long(io, pdu.size(), "push PDU")) return kExitCodec;
+    const size_t skip = options.tid ? 1 : 0;
+    if (pdu.size() < skip + 1) {
+        io.err << "wsptool: the push PDU is empty" << (options.tid ? " after its transaction id" : "") << '\n';
+        return kExitCodec;
+    }
+
+    // The PDU is handed over as the caller's own bytes (external flag): the
+    // library then copies headers and body into the spare record, which
+    // this function frees, and never touches the PDU's block.  A
+    // transaction id is stepped over through the offset.
+    InputBlock block(pdu);
+    wsp_buffer &record = block.record();
+    record.offset = static_cast<uint16_t>(skip);
+    record.length = static_cast<uint16_t>(pdu.size() - skip);
+
+    SpareRecord spare;
+    wsp_buffer *spare_ptr = &spare.record();
+    wsp_push_result result{};
+    int status = wsp_push_decoding(&record, &result, &spare_ptr);
+    if (!status_ok(status)) return codec_failure(io, "wsp_push_decoding", status);
+
+    const std::string content_type(result.body.content_type,
+                                   strnlen(result.body.content_type, sizeof result.body.content_type));
+    const uint16_t header_octets = result.headers.buffer ? result.headers.length : 0;
+
+    // With a body, headers and body share one run of octets: the header
+    // block first, then the data.  The data is taken out before the header
+    // decoder runs, since a decoder failure releases the shared block.
+    Octets body;
+    if (const wsp_buffer *b = result.body.body; b != nullptr && b->data != nullptr) {
+        const uint8_t *run = b->data + b->offset;
+        if (result.headers.length < b->length) body.assign(run + result.headers.length, run + b->length);
+    }
+
+    OutputBlock text(kTextSize);
+    if (header_octets != 0) {
+        status = decode_block(result.headers, text, options);
+        if (!status_ok(status)) return codec_failure(io, "wsp_dec_hdr", status);
+    }
+
+    std::string report = "content-type:";
+    if (!content_type.empty()) report += " " + format_text(reinterpret_cast<const uint8_t *>(content_type.data()),
+                                                           content_type.size(), "");
+    if (report.back() != '\n') report += '\n';
+    report += "headers: " + std::to_string(header_octets) + " octets\n";
+    report += header_text(text, options, "  ");
+    report += "body: " + std::to_string(body.size()) + " octets\n";
+    report += format_hex(body.data(), body.size(), "  ");
+    io.out << report;
+    return kExitOk;
+}
+
+int run_decode_headers(const DecodeOptions &options, Streams io) {
+    const Octets octets = read_octets(options.input, io.in);
+    if (too_long(io, octets.size(), "header block")) return kExitCodec;
+
+    InputBlock block(octets);
+    wsp_hdrbuf holder{static_cast<uint16_t>(octets.size()), &block.record()};
+    OutputBlock text(kTextSize);
+    const int status = decode_block(holder, text, options);
+    if (!status_ok(status)) return codec_failure(io, "wsp_dec_hdr", status);
+    io.out << header_text(text, options, "");
+    return kExitOk;
+}
+
+int run_decode_content_type(const DecodeOptions &options, Streams io) {
+    const Octets octets = read_octets(options.input, io.in);
+    if (too_long(io, octets.size(), "content-type value")) return kExitCodec;
+
+    InputBlock block(octets);
+    const uint8_t *cursor = block.octets();
+    char text[WSP_CONTENT_TYPE_SIZE] = {};
+    const int status = wsp_decode_content(&cursor, text, static_cast<uint16_t>(octets.size()));
+    if (!status_ok(status)) return codec_failure(io, "wsp_decode_content", status);
+
+    const size_t used = static_cast<size_t>(cursor - block.octets());
+    io.out << format_text(reinterpret_cast<const uint8_t *>(text), strnlen(text, sizeof text), "");
+    if (strnlen(text, sizeof text) == 0) io.out << '\n';
+    if (used < octets.size())
+        io.err << "wsptool: note: " << octets.size() - used << " octets after the value were not read\n";
+    return kExitOk;
+}
+
+} // namespace wsptool

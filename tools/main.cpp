@@ -1,0 +1,119 @@
+// wsptool: the command line around libtarnwspencdec.  This file only sets up
+// the commands and their options; the work is done in the run_* functions.
+#include <exception>
+#include <iostream>
+#include <new>
+#include <string>
+#include <vector>
+
+#include <CLI/CLI.hpp>
+
+#include "commands.h"
+
+namespace {
+
+using namespace wsptool;
+
+const std::vector<std::string> kVersionList(std::begin(kVersions), std::end(kVersions));
+
+constexpr const char *kFooter = R"(Octets are read as hex text: pairs of hex digits, blanks and line breaks
+anywhere, "#" starts a comment to the end of the line.  --raw reads the bytes
+as they are.  Without HEX and --file the input comes from standard input.
+
+Exit codes: 0 success, 1 the library refused the input (its status is printed
+on standard error by name and number, e.g. WSP_ERR_FAIL (-214)), 2 usage error
+or unreadable input.)";
+
+void add_version(CLI::App *command, std::string &version, const char *what) {
+    command->add_option("--version", version, std::string("encoding version ") + what)
+        ->check(CLI::IsMember(kVersionList))
+        ->capture_default_str();
+}
+
+// The octet input shared by the three decode commands.
+void add_octet_input(CLI::App *command, InputSpec &input, const char *what) {
+    CLI::Option *hex = command->add_option("HEX", input.args, std::string(what) + " as hex (several arguments are joined)");
+    CLI::Option *file = command->add_option("--file,-f", input.file, "read the input from this file")
+                            ->check(CLI::ExistingFile);
+    hex->excludes(file);
+    command->add_flag("--raw", input.raw, "the input is raw bytes, not hex text");
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+    CLI::App app{"Decode and encode WSP header blocks, content types and push PDUs with libtarnwspencdec.",
+                 "wsptool"};
+    app.footer(kFooter);
+    app.require_subcommand(1);
+
+    DecodeOptions push_options, headers_options, content_options;
+    EncodeOptions encode_headers_options, encode_content_options;
+
+    CLI::App *push = app.add_subcommand(
+        "decode-push",
+        "Split a push PDU (type octet, HeadersLen, content type, headers, body) and decode it: prints\n"
+        "\"content-type: TEXT\", \"headers: N octets\" and the header lines (indented), then\n"
+        "\"body: N octets\" and the body octets in hex (indented).");
+    add_octet_input(push, push_options.input, "the push PDU");
+    push->add_flag("--tid", push_options.tid, "the first octet is a transaction id (stepped over)");
+    add_version(push, push_options.version, "for the header block");
+    push->add_flag("--hex", push_options.hex_out, "print the decoded header text as hex octets");
+
+    CLI::App *headers = app.add_subcommand(
+        "decode-headers", "Decode a WSP header block to text lines (name:value, one header per line).");
+    add_octet_input(headers, headers_options.input, "the header block");
+    add_version(headers, headers_options.version, "for the header block");
+    headers->add_flag("--hex", headers_options.hex_out, "print the decoded header text as hex octets");
+
+    CLI::App *content = app.add_subcommand("decode-content-type", "Decode one Content-type value to text.");
+    add_octet_input(content, content_options.input, "the Content-type value");
+
+    CLI::App *encode_headers = app.add_subcommand(
+        "encode-headers",
+        "Encode header lines (name: value, one per line; from --file or standard input) to a WSP\n"
+        "header block, printed as hex (default) or raw bytes.");
+    encode_headers->add_option("--file,-f", encode_headers_options.file, "read the header lines from this file")
+        ->check(CLI::ExistingFile);
+    add_version(encode_headers, encode_headers_options.version, "for the header codes");
+    bool hex_requested = false; // the default form; the flag only makes it explicit
+    CLI::Option *hex_out = encode_headers->add_flag("--hex", hex_requested, "print the octets as hex (the default)");
+    CLI::Option *raw_out = encode_headers->add_flag("--raw-out", encode_headers_options.raw_out,
+                                                    "write the octets as raw bytes");
+    hex_out->excludes(raw_out);
+
+    CLI::App *encode_content = app.add_subcommand("encode-content-type",
+                                                  "Encode a content-type text with parameters to hex.");
+    encode_content->add_option("TEXT", encode_content_options.text, "e.g. \"text/plain; charset=utf-8\"")
+        ->required();
+    add_version(encode_content, encode_content_options.version, "for the content-type and parameter codes");
+
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError &e) {
+        // Help requests exit 0; every other parse error is a usage error.
+        return app.exit(e) == 0 ? kExitOk : kExitUsage;
+    }
+
+    Streams io{std::cin, std::cout, std::cerr};
+    try {
+        int code = kExitUsage;
+        if (push->parsed()) code = run_decode_push(push_options, io);
+        else if (headers->parsed()) code = run_decode_headers(headers_options, io);
+        else if (content->parsed()) code = run_decode_content_type(content_options, io);
+        else if (encode_headers->parsed()) code = run_encode_headers(encode_headers_options, io);
+        else if (encode_content->parsed()) code = run_encode_content_type(encode_content_options, io);
+        std::cout.flush();
+        if (!std::cout) {
+            std::cerr << "wsptool: cannot write the output\n";
+            return kExitCodec;
+        }
+        return code;
+    } catch (const InputError &e) {
+        std::cerr << "wsptool: " << e.what() << '\n';
+        return kExitUsage;
+    } catch (const std::bad_alloc &) {
+        std::cerr << "wsptool: out of memory\n";
+        return kExitCodec;
+    }
+}
