@@ -513,3 +513,25 @@ TEST(DecodeAccept, GeneralLanguageQuotedFieldIsReadAsTheQValue) {
     EXPECT_EQ(r.moved, 2u);
     EXPECT_EQ(out.text(), "accept-language:;q=0.33\n");
 }
+
+TEST(DecodeAccept, GeneralLongCodeAloneIntoAFullOutputKeepsTheCursor) {
+    // "accept-charset:iso-8859-1\n" is 26 octets.
+    OutBuffer out(25);
+    DecodeRun r = accept(kAcceptCharset, bytes({0x03, 0x02, 0x03, 0xEC}), out);
+    EXPECT_EQ(r.status, WSP_ERR_TRUNCATED);
+    EXPECT_EQ(r.moved, 0u);
+    EXPECT_EQ(out->length, 0);
+
+    OutBuffer exact(26);
+    EXPECT_EQ(accept(kAcceptCharset, bytes({0x03, 0x02, 0x03, 0xEC}), exact).status, WSP_OK);
+    EXPECT_EQ(exact.text(), "accept-charset:iso-8859-1\n");
+}
+
+TEST(DecodeAccept, LengthQuoteValueIsKeptToSixteenBits) {
+    // 0x84 0x80 0x03 is 65539, which a 16-bit length holds as 3.
+    OutBuffer out(256);
+    DecodeRun r = accept(kAccept, bytes({0x1F, 0x84, 0x80, 0x03, 0x83, 0x80, 0x33}), out);
+    EXPECT_EQ(r.status, WSP_OK);
+    EXPECT_EQ(r.moved, 7u);
+    EXPECT_EQ(out.text(), "accept:text/plain;q=0.50\n");
+}

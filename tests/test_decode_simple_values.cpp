@@ -302,3 +302,13 @@ TEST(DecodeSecurity, RepeatsGetOneLineEachAndAFullOutputIsRefused) {
     EXPECT_EQ(r.moved, 0u);
     EXPECT_EQ(out->length, 66);
 }
+
+TEST(DecodePragma, LengthQuoteValueIsKeptToSixteenBits) {
+    // 0x84 0x80 0x00 is 65536, which a 16-bit length holds as 0: an empty
+    // parameter run and an empty value.
+    OutBuffer out(256);
+    DecodeRun r = pragma(bytes({0x1F, 0x84, 0x80, 0x00, 'x', 0x00}), out);
+    EXPECT_EQ(r.status, WSP_OK);
+    EXPECT_EQ(r.moved, 4u);
+    EXPECT_EQ(out.text(), "pragma:\n");
+}

@@ -137,13 +137,12 @@ int accept_general(const accept_table &table, uint32_t code, uint8_t cls, const 
         int status = wsp_read_long_int(&p, &long_code, avail);
         if (status != kWspOk) return status;
         const char *name = accept_row_name(table, long_code);
-        if (name == nullptr) return kWspErrFail;
-        if (wsp_octets_used(field, p) == length) {
-            if (!value.append(name, WSP_DEC_TEXT_LIMIT)) return kWspErrFail;
+        if (name == nullptr || !value.append(name, WSP_DEC_TEXT_LIMIT)) return kWspErrFail;
+        // A code that fills the length exactly is the one bare value this
+        // form lets through.
+        if (wsp_octets_used(field, p) == length)
             return wsp_write_value_line(code, value.text, out, wsp_line_writer::merging, cursor, p,
                                         wsp_cursor_rule::on_ok);
-        }
-        if (!value.append(name, WSP_DEC_TEXT_LIMIT)) return kWspErrFail;
     }
     // Any other class reads nothing: the whole length is parameters.
 
