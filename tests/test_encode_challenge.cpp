@@ -24,6 +24,9 @@ Result encode(uint8_t code, const std::string &value, uint16_t size = 512, uint8
     OutBuffer out(size);
     TextCopy text(value);
     int status = wsp_encode_challenge(code, text.get(), out.get(), version);
+    // A failed Long-integer write counts its octets although they did not
+    // fit; only the bytes inside the block are looked at.
+    if (out->length > out->size) return {status, "length past size"};
     return {status, out.written_hex()};
 }
 

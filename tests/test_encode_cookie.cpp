@@ -23,6 +23,9 @@ Result encode(const std::string &value, uint16_t size = 512) {
     OutBuffer out(size);
     TextCopy text(value);
     int status = wsp_encode_cookie(kCookie, text.get(), out.get(), 2);
+    // A failed Long-integer write counts its octets although they did not
+    // fit; only the bytes inside the block are looked at.
+    if (out->length > out->size) return {status, "length past size"};
     return {status, out.written_hex()};
 }
 

@@ -25,6 +25,9 @@ Result encode(wsp_header_encoder fn, uint8_t code, const std::string &value, uin
     OutBuffer out(size);
     TextCopy text(value);
     int status = fn(code, text.get(), out.get(), version);
+    // A failed Long-integer write counts its octets although they did not
+    // fit; only the bytes inside the block are looked at.
+    if (out->length > out->size) return {status, "length past size"};
     return {status, out.written_hex()};
 }
 
