@@ -59,6 +59,7 @@ int wsp_encode_content_range(uint8_t code, char *value, wsp_buffer *out, uint8_t
     if (value == nullptr) return kWspErrFail;
     if (wsp_write_code_octet(code, out) != kWspOk) return kWspErrFail;
     char *text = wsp_enc_prepare(value, true);
+    // The unit and one space; a missing "-" or "/" is refused below.
     if (std::strncmp(text, "bytes ", 6) != 0) return kWspErrFail;
     char *first = text + 6;
     char *dash = std::strchr(first, '-');
@@ -69,7 +70,8 @@ int wsp_encode_content_range(uint8_t code, char *value, wsp_buffer *out, uint8_t
     if (slash == nullptr) return kWspErrFail;
     const char *entity_length = slash + 1;
 
-    // Two uintvars of at most five octets each: always a short length.
+    // Two uintvars of at most five octets each: always a short length.  The
+    // older code has no "unknown length": its "*" is read as a number, 0.
     uint8_t part[10] = {};
     wsp_buffer body = {};
     body.data = part;
@@ -86,6 +88,7 @@ int wsp_encode_range(uint8_t code, char *value, wsp_buffer *out, uint8_t version
     if (value == nullptr) return kWspErrFail;
     uint16_t scratch_size = wsp_enc_scratch_size(value);
     char *cursor = wsp_enc_prepare(value, false);
+    // The unit is compared as it stands before the "=": "bytes =0-1" is refused.
     char *unit = wsp_strtoken(&cursor, "=");
     if (unit == nullptr) return kWspErrFail;
     wsp_str_lower(unit);
@@ -104,7 +107,8 @@ int wsp_encode_range(uint8_t code, char *value, wsp_buffer *out, uint8_t version
             status = wsp_append_short_int(kSuffixRange, body);
             if (status == kWspOk) status = wsp_append_uintvar(byte_position(range + 1), body);
         } else {
-            // "500-999" or "500-": the last position is sent only when given.
+            // "500-999", "500-" or "500": the last position is sent only
+            // when there is one after the "-".
             char *dash = std::strchr(range, '-');
             if (dash != nullptr) *dash = '\0';
             status = wsp_append_short_int(kFirstBytePosRange, body);

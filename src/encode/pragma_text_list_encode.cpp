@@ -31,7 +31,9 @@ int wsp_encode_pragma(uint8_t code, char *value, wsp_buffer *out, uint8_t versio
                 return kWspErrFail;
             continue;
         }
-        // Any other pragma is sent as one parameter inside a Value-length.
+        // Any other pragma is sent as one parameter inside a Value-length.  A
+        // parameter that does not encode (an unknown version included) is a
+        // plain failure of the header.
         wsp_scratch scratch(scratch_size);
         if (!scratch.ok()) return kWspErrFail;
         if (wsp_encode_param(element, scratch.get(), version_index, nullptr) != kWspOk) return kWspErrFail;
