@@ -273,22 +273,24 @@ TEST(ReadTextString, HighOctetsAllowedAfterFirst) {
     EXPECT_EQ(cursor, in.data() + 4);
 }
 
-TEST(ReadTextString, QuoteSkippedAndNotCounted) {
-    // Quote, 0xE9, 'b', NUL: remaining 3 covers the three octets after the
-    // Quote; the cursor moves past all four.
+TEST(ReadTextString, QuoteSkippedAndNotCountedAgainstCapacity) {
+    // Quote, 0xE9, 'b', NUL: remaining 4 covers all four octets, capacity 3
+    // the three after the Quote; the cursor moves past all four.
     InBytes in(bytes({0x7F, 0xE9, 'b', 0}));
     const uint8_t *cursor = in.data();
     Out out;
-    EXPECT_EQ(wsp_read_text_string(&cursor, out.text, 3, 3), WSP_OK);
+    EXPECT_EQ(wsp_read_text_string(&cursor, out.text, 4, 3), WSP_OK);
     EXPECT_EQ(out.upto(3), std::string("\xE9" "b\0", 3));
     EXPECT_EQ(cursor, in.data() + 4);
 }
 
-TEST(ReadTextString, QuoteSkippedBoundCountedAfterIt) {
+TEST(ReadTextString, QuoteCountedAgainstTheOctetsLeft) {
+    // Three octets left: the Quote and two more; the NUL would be the
+    // fourth, past the input, and is never examined.
     InBytes in(bytes({0x7F, 0xE9, 'b', 0}));
     const uint8_t *cursor = in.data();
     Out out;
-    EXPECT_EQ(wsp_read_text_string(&cursor, out.text, 2, 10), WSP_ERR_FAIL);
+    EXPECT_EQ(wsp_read_text_string(&cursor, out.text, 3, 10), WSP_ERR_FAIL);
     EXPECT_EQ(out.upto(3), std::string("\xE9" "b\0", 3));
     EXPECT_EQ(cursor, in.data());
 }
@@ -297,7 +299,7 @@ TEST(ReadTextString, QuoteSkippedCapacityCountedAfterIt) {
     InBytes in(bytes({0x7F, 'a', 'b', 0}));
     const uint8_t *cursor = in.data();
     Out out;
-    EXPECT_EQ(wsp_read_text_string(&cursor, out.text, 3, 2), WSP_ERR_TRUNCATED);
+    EXPECT_EQ(wsp_read_text_string(&cursor, out.text, 4, 2), WSP_ERR_TRUNCATED);
     EXPECT_EQ(out.upto(3), "abZ");
     EXPECT_EQ(cursor, in.data());
 }
@@ -360,8 +362,8 @@ TEST(ReadTextString, TruncatedAtEveryLength) {
         InBytes in(Bytes(full.begin(), full.begin() + n));
         const uint8_t *cursor = in.data();
         Out out;
-        // The Quote is not counted: n octets hold n - 1 after it.
-        EXPECT_EQ(wsp_read_text_string(&cursor, out.text, static_cast<uint16_t>(n - 1), 10), WSP_ERR_FAIL) << n;
+        // The Quote counts against the octets left like any other octet.
+        EXPECT_EQ(wsp_read_text_string(&cursor, out.text, static_cast<uint16_t>(n), 10), WSP_ERR_FAIL) << n;
         EXPECT_EQ(cursor, in.data()) << n;
     }
 }

@@ -86,8 +86,13 @@ int wsp_read_text_string(const uint8_t **cursor, char *out, uint16_t remaining, 
     }
     // With nothing left to read the first octet is not examined: the loop
     // below reports the capacity or the end of the input.
+    // The skipped Quote is not counted against the capacity, but it is
+    // counted against the octets the caller has: callers hand over the
+    // octets left from the cursor, and the text after a Quote must end
+    // inside them too (otherwise the octet just past the input would be
+    // examined).
     uint16_t used = 0;
-    int status = read_terminated(p, out, remaining, capacity, wsp_is_text_char, &used);
+    int status = read_terminated(p, out, static_cast<uint16_t>(remaining - skipped), capacity, wsp_is_text_char, &used);
     if (status == kWspOk) *cursor += skipped + used;
     return status;
 }

@@ -127,7 +127,7 @@ int accept_general(const accept_table &table, uint32_t code, uint8_t cls, const 
     } else if (field_cls == WSP_CLASS_TEXT) {
         int status = table.kind == accept_kind::media || table.kind == accept_kind::coding
                          ? wsp_read_text_value(&p, value.text, WSP_CLASS_TEXT, left, WSP_DEC_SCRATCH)
-                         : wsp_read_text_string_within(&p, value.text, left, WSP_DEC_SCRATCH);
+                         : wsp_read_text_string(&p, value.text, left, WSP_DEC_SCRATCH);
         if (status != kWspOk) return status;
         value.sync();
     } else if (field_cls == WSP_CLASS_SHORT_LENGTH && coded_by_long) {

@@ -35,7 +35,7 @@ int read_app_code(const uint8_t **p, uint8_t cls, uint16_t remaining, wsp_text_b
 // A text application id.  The reader's status is not looked at: whatever
 // it stored is used, and the cursor stays where the reader left it.
 void read_app_text(const uint8_t **p, uint16_t remaining, wsp_text_builder *value) {
-    (void)wsp_read_text_string_within(p, value->text, remaining, WSP_DEC_SCRATCH);
+    (void)wsp_read_text_string(p, value->text, remaining, WSP_DEC_SCRATCH);
     value->sync();
 }
 

@@ -11,12 +11,6 @@ const char *wsp_decoded_header_name(uint32_t code) {
     return wsp_header_names[code];
 }
 
-int wsp_read_text_string_within(const uint8_t **cursor, char *out, uint16_t left, uint16_t capacity) {
-    uint16_t bound = left;
-    if (left != 0 && **cursor == 0x7F) bound = static_cast<uint16_t>(left - 1);
-    return wsp_read_text_string(cursor, out, bound, capacity);
-}
-
 const char *wsp_code_name(const wsp_code_entry *table, uint16_t rows, uint32_t code) {
     int row = wsp_find_code(table, rows, code);
     return row < 0 ? nullptr : table[row].name;

@@ -29,10 +29,6 @@ inline uint16_t wsp_octets_used(const uint8_t *from, const uint8_t *to) { return
 // n > avail test, so avail must stay one below what is left.
 inline uint16_t wsp_long_int_avail(uint16_t left) { return static_cast<uint16_t>(left - 1); }
 
-// A Text-string read that stops at the hard end, `left` octets from the
-// cursor.  The reader passes a leading Quote octet without counting it
-// against its bound, so the bound handed on is one less in that case.
-int wsp_read_text_string_within(const uint8_t **cursor, char *out, uint16_t left, uint16_t capacity);
 
 // The name of the first of `rows` rows whose code equals `code` (low 16
 // bits), or nullptr.

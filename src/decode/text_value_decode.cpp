@@ -31,7 +31,7 @@ int wsp_dec_text_value(uint32_t code, const uint8_t **cursor, wsp_buffer *out, u
 
     const uint8_t *p = *cursor;
     int status;
-    if (wsp_read_text_string_within(&p, text, remaining, WSP_DEC_LONG_TEXT) != kWspOk) {
+    if (wsp_read_text_string(&p, text, remaining, WSP_DEC_LONG_TEXT) != kWspOk) {
         // Too long, cut short or holding a forbidden octet: all the same here.
         status = kWspErrFail;
     } else if (is_lone_wildcard(name, text)) {
