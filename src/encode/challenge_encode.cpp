@@ -52,7 +52,8 @@ int encode_one_challenge(uint8_t code, char *challenge, wsp_buffer *out, uint8_t
     char *realm_value = realm;
     wsp_trim(&realm_value);
     size_t length = std::strlen(realm_value);
-    if (length < 2 || realm_value[0] != '"' || realm_value[length - 1] != '"') return kWspErrFail;
+    if (length < 2 || static_cast<uint8_t>(realm_value[0]) != '"' ||
+        static_cast<uint8_t>(realm_value[length - 1]) != '"') return kWspErrFail;
     realm_value[length - 1] = '\0';
     if (wsp_append_text_string(realm_value + 1, value) != kWspOk) return kWspErrFail;
 
@@ -74,8 +75,8 @@ int separate_challenges(char *text) {
     if (found == nullptr) return kWspOk;
     while ((found = wsp_find_unquoted(found + kRealmLength, kRealm)) != nullptr) {
         char *comma = text + (found - text);
-        while (comma > text && *comma != ',') --comma;
-        if (*comma != ',') return kWspErrFail;
+        while (comma > text && static_cast<uint8_t>(*comma) != ',') --comma;
+        if (static_cast<uint8_t>(*comma) != ',') return kWspErrFail;
         *comma = ';';
     }
     return kWspOk;

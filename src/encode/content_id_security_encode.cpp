@@ -20,7 +20,8 @@ int wsp_encode_content_id(uint8_t code, char *value, wsp_buffer *out, uint8_t ve
     char *text = wsp_enc_prepare(value, true);
     if (text == nullptr) return kWspErrFail;
     size_t length = std::strlen(text);
-    if (length < 2 || text[0] != '<' || text[length - 1] != '>') return kWspErrFail;
+    if (length < 2 || static_cast<uint8_t>(text[0]) != '<' ||
+        static_cast<uint8_t>(text[length - 1]) != '>') return kWspErrFail;
     if (wsp_write_code_octet(code, out) != kWspOk) return kWspErrFail;
     // A Quoted-string with the brackets inside: the opening quotation
     // mark, "<...>" and the terminating NUL.

@@ -93,7 +93,7 @@ int append_cookies(cookie_items *items, wsp_buffer *value) {
         char *name;
         char *text;
         split_item(item, &name, &text);
-        if (name[0] == '$') {
+        if (static_cast<uint8_t>(name[0]) == '$') {
             if (wsp_strcasecmp(name, "$path") != 0) continue;
             if (!pending || cookie.has_path || text[0] == '\0') return kWspErrFail;
             if (wsp_append_text_string(text, &cookie.buf) != kWspOk) return kWspErrFail;
@@ -134,7 +134,8 @@ int wsp_encode_cookie(uint8_t code, char *value, wsp_buffer *out, uint8_t versio
     // for the version).
     char *start = rest;
     wsp_trim(&start);
-    if (start[0] == '\0' || start[0] == ';' || start[0] == ',') return kWspErrFail;
+    const uint8_t first = static_cast<uint8_t>(start[0]);
+    if (first == '\0' || first == ';' || first == ',') return kWspErrFail;
     cookie_items items = {start, nullptr};
     char *version = next_item(&items);
     if (version == nullptr) return kWspErrFail;

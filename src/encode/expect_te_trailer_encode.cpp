@@ -15,12 +15,12 @@ constexpr uint32_t kQParameter = 0;        // 0x80, the q parameter's code
 constexpr uint32_t kTeTrailers = 1;        // 0x81
 constexpr uint8_t kQCode = 0x00;           // parameter code of "q"
 
-constexpr char kNoValue = 0; // the No-value octet after a bare parameter
+constexpr uint8_t kNoValue = 0x00; // the No-value octet after a bare parameter
 
 // A value that begins with a quotation mark is sent as a Quoted-string,
 // anything else as Token-text.
 int append_quoted_or_token(const char *text, wsp_buffer *buf) {
-    int status = text[0] == '"' ? wsp_append_quoted_string(text, buf) : wsp_tokentext_encode_buff(text, buf);
+    int status = static_cast<uint8_t>(text[0]) == '"' ? wsp_append_quoted_string(text, buf) : wsp_tokentext_encode_buff(text, buf);
     return status == kWspOk ? kWspOk : kWspErrFail;
 }
 
@@ -48,7 +48,7 @@ int build_expect_extension(char *element, wsp_buffer *body) {
         if (wsp_tokentext_encode_buff(param_name, body) != kWspOk) return kWspErrFail;
         char *param_value = rest;
         wsp_trim(&param_value);
-        int status = param_value[0] == '\0' ? wsp_append_bytes(reinterpret_cast<const uint8_t *>(&kNoValue), 1, body)
+        int status = param_value[0] == '\0' ? wsp_append_bytes(&kNoValue, 1, body)
                                             : append_quoted_or_token(param_value, body);
         if (status != kWspOk) return kWspErrFail;
     }
