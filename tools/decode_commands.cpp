@@ -22,6 +22,10 @@ int version_number(const std::string &version) {
     return 0; // not reached: the command line admits the four versions only
 }
 
+std::string octet_count(size_t count) {
+    return std::to_string(count) + (count == 1 ? " octet" : " octets");
+}
+
 int codec_failure(Streams io, const char *function, int status) {
     io.err << "wsptool: " << function << " failed: " << status_name(status) << '\n';
     return kExitCodec;
@@ -90,13 +94,15 @@ int run_decode_push(const DecodeOptions &options, Streams io) {
         if (!status_ok(status)) return codec_failure(io, "wsp_dec_hdr", status);
     }
 
+    // format_text ends the line; an empty content type leaves the colon alone.
     std::string report = "content-type:";
-    if (!content_type.empty()) report += " " + format_text(reinterpret_cast<const uint8_t *>(content_type.data()),
-                                                           content_type.size(), "");
-    if (report.back() != '\n') report += '\n';
-    report += "headers: " + std::to_string(header_octets) + " octets\n";
+    if (content_type.empty())
+        report += '\n';
+    else
+        report += " " + format_text(reinterpret_cast<const uint8_t *>(content_type.data()), content_type.size(), "");
+    report += "headers: " + octet_count(header_octets) + "\n";
     report += header_text(text, options, "  ");
-    report += "body: " + std::to_string(body.size()) + " octets\n";
+    report += "body: " + octet_count(body.size()) + "\n";
     report += format_hex(body.data(), body.size(), "  ");
     io.out << report;
     return kExitOk;
@@ -129,7 +135,7 @@ int run_decode_content_type(const DecodeOptions &options, Streams io) {
     io.out << format_text(reinterpret_cast<const uint8_t *>(text), strnlen(text, sizeof text), "");
     if (strnlen(text, sizeof text) == 0) io.out << '\n';
     if (used < octets.size())
-        io.err << "wsptool: note: " << octets.size() - used << " octets after the value were not read\n";
+        io.err << "wsptool: note: " << octet_count(octets.size() - used) << " after the value not read\n";
     return kExitOk;
 }
 

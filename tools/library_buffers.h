@@ -25,7 +25,7 @@ inline constexpr size_t kMaxOctets = 0xFFFF;
 class InputBlock {
 public:
     explicit InputBlock(const std::vector<uint8_t> &octets) : storage_(octets.size() + kGuard, 0) {
-        std::memcpy(storage_.data(), octets.data(), octets.size());
+        if (!octets.empty()) std::memcpy(storage_.data(), octets.data(), octets.size());
         record_.data = storage_.data();
         record_.size = static_cast<uint16_t>(octets.size());
         record_.length = static_cast<uint16_t>(octets.size());

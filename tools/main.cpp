@@ -16,13 +16,24 @@ using namespace wsptool;
 
 const std::vector<std::string> kVersionList(std::begin(kVersions), std::end(kVersions));
 
-constexpr const char *kFooter = R"(Octets are read as hex text: pairs of hex digits, blanks and line breaks
+constexpr const char *kExitCodes = R"(Exit codes: 0 success, 1 the library refused the input (its status is printed
+on standard error by name and number, e.g. WSP_ERR_FAIL (-214)), 2 usage error
+or unreadable input.)";
+
+constexpr const char *kOctetInput = R"(Octets are read as hex text: pairs of hex digits, blanks and line breaks
 anywhere, "#" starts a comment to the end of the line.  --raw reads the bytes
 as they are.  Without HEX and --file the input comes from standard input.
 
-Exit codes: 0 success, 1 the library refused the input (its status is printed
-on standard error by name and number, e.g. WSP_ERR_FAIL (-214)), 2 usage error
-or unreadable input.)";
+)";
+
+constexpr const char *kPushLayout = R"(Output:
+  content-type: TEXT       the decoded content type (nothing after the colon when empty)
+  headers: N octets        the size of the encoded header block, then the decoded
+    name:value             header lines, indented (--hex: the text's octets in hex)
+  body: N octets           the data after the header block, then its octets in
+    HH HH ...              hex, 16 to a line, indented
+
+)";
 
 void add_version(CLI::App *command, std::string &version, const char *what) {
     command->add_option("--version", version, std::string("encoding version ") + what)
@@ -32,6 +43,7 @@ void add_version(CLI::App *command, std::string &version, const char *what) {
 
 // The octet input shared by the three decode commands.
 void add_octet_input(CLI::App *command, InputSpec &input, const char *what) {
+    command->footer(std::string(kOctetInput) + kExitCodes);
     CLI::Option *hex = command->add_option("HEX", input.args, std::string(what) + " as hex (several arguments are joined)");
     CLI::Option *file = command->add_option("--file,-f", input.file, "read the input from this file")
                             ->check(CLI::ExistingFile);
@@ -44,18 +56,16 @@ void add_octet_input(CLI::App *command, InputSpec &input, const char *what) {
 int main(int argc, char **argv) {
     CLI::App app{"Decode and encode WSP header blocks, content types and push PDUs with libtarnwspencdec.",
                  "wsptool"};
-    app.footer(kFooter);
+    app.footer(kExitCodes);
     app.require_subcommand(1);
 
     DecodeOptions push_options, headers_options, content_options;
     EncodeOptions encode_headers_options, encode_content_options;
 
     CLI::App *push = app.add_subcommand(
-        "decode-push",
-        "Split a push PDU (type octet, HeadersLen, content type, headers, body) and decode it: prints\n"
-        "\"content-type: TEXT\", \"headers: N octets\" and the header lines (indented), then\n"
-        "\"body: N octets\" and the body octets in hex (indented).");
+        "decode-push", "Split a push PDU and decode its content type and headers; print the body in hex.");
     add_octet_input(push, push_options.input, "the push PDU");
+    push->footer(std::string(kPushLayout) + kOctetInput + kExitCodes);
     push->add_flag("--tid", push_options.tid, "the first octet is a transaction id (stepped over)");
     add_version(push, push_options.version, "for the header block");
     push->add_flag("--hex", push_options.hex_out, "print the decoded header text as hex octets");
@@ -71,8 +81,8 @@ int main(int argc, char **argv) {
 
     CLI::App *encode_headers = app.add_subcommand(
         "encode-headers",
-        "Encode header lines (name: value, one per line; from --file or standard input) to a WSP\n"
-        "header block, printed as hex (default) or raw bytes.");
+        "Encode header lines (Name: value, one per line, from --file or standard input) to a header block.");
+    encode_headers->footer(kExitCodes);
     encode_headers->add_option("--file,-f", encode_headers_options.file, "read the header lines from this file")
         ->check(CLI::ExistingFile);
     add_version(encode_headers, encode_headers_options.version, "for the header codes");
@@ -84,6 +94,7 @@ int main(int argc, char **argv) {
 
     CLI::App *encode_content = app.add_subcommand("encode-content-type",
                                                   "Encode a content-type text with parameters to hex.");
+    encode_content->footer(kExitCodes);
     encode_content->add_option("TEXT", encode_content_options.text, "e.g. \"text/plain; charset=utf-8\"")
         ->required();
     add_version(encode_content, encode_content_options.version, "for the content-type and parameter codes");
