@@ -304,3 +304,24 @@ TEST(DecodeContent, UntypedParameters) {
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, "text/plain;x=5;y=\"a b\"");
 }
+
+TEST(DecodeContent, CutAtEveryLength) {
+    Bytes full = bytes({0x05, 0x83, 0x81, 0xEA, 0x82, 0x90});
+    for (size_t n = 0; n < full.size(); ++n) {
+        Result r = decode(Bytes(full.begin(), full.begin() + static_cast<long>(n)));
+        EXPECT_EQ(r.status, WSP_ERR_FAIL) << n;
+        EXPECT_EQ(r.moved, 0) << n;
+    }
+    Result r = decode(full);
+    EXPECT_EQ(r.status, WSP_OK);
+    EXPECT_EQ(r.text, "text/plain;charset=utf-8;level=1.0");
+}
+
+TEST(DecodeContent, MediaTextCutAtEveryLength) {
+    Bytes full = str0("text/x");
+    for (size_t n = 0; n < full.size(); ++n) {
+        Result r = decode(Bytes(full.begin(), full.begin() + static_cast<long>(n)));
+        EXPECT_EQ(r.status, WSP_ERR_FAIL) << n;
+        EXPECT_EQ(r.moved, 0) << n;
+    }
+}

@@ -674,3 +674,84 @@ TEST(DecHdr, RequestHeadersMixed) {
                       "x-up-subno:12345\n"
                       "pragma:no-cache\n");
 }
+
+// ---- truncated blocks -------------------------------------------------------------------
+
+TEST(DecHdr, NameRunningToBlockEndIsUnreadable) {
+    Outcome r = run(cat({app("a", "b"), bytes({'x', 'y', 'z'})}));
+    EXPECT_EQ(r.status, WSP_ERR_ARG);
+    EXPECT_TRUE(r.released);
+    EXPECT_EQ(r.text, "a:b\n");
+}
+
+struct CutCase {
+    size_t n;
+    int status;
+    const char *text; // expected text on success
+};
+
+TEST(DecHdr, BlockCutAtEveryLength) {
+    // Every prefix of a block is decoded without reading past it (the
+    // block's buffer has exactly the prefix's size).  A cut inside a
+    // length-prefixed value ends the walk there, as a step past the end
+    // would; any other cut inside an entry fails and releases the block.
+    Bytes full = cat({
+        bytes({0xAF, 0x84}),              // 0..1
+        app("X-A", "v"),                  // 2..7
+        bytes({0x8D, 0x02, 0x04, 0x00}),  // 8..11
+        bytes({0x7F, 0x02, 0x85}), str0("p"), // 12..16
+        bytes({0x01}),                    // 17
+        bytes({0x85, 0x81}),              // 18..19
+    });
+    const char *l1 = "x-wap-application-id:x-wap-application:mms.ua\n";
+    std::string l12 = std::string(l1) + "x-a:v\n";
+    std::string l123 = l12 + "content-length:1024\n";
+    std::string l1234 = l123 + "X-Page-A:p\n";
+    std::string all = l1234 + "age:1\n";
+    const CutCase cases[] = {
+        {0, WSP_OK, ""},           {1, WSP_ERR_FAIL, nullptr}, {2, WSP_OK, l1},
+        {3, WSP_ERR_ARG, nullptr}, {4, WSP_ERR_ARG, nullptr},  {5, WSP_ERR_ARG, nullptr},
+        {6, WSP_ERR_FAIL, nullptr}, {7, WSP_ERR_ARG, nullptr}, {8, WSP_OK, l12.c_str()},
+        {9, WSP_ERR_FAIL, nullptr}, {10, WSP_OK, l12.c_str()}, {11, WSP_OK, l12.c_str()},
+        {12, WSP_OK, l123.c_str()}, {13, WSP_ERR_ARG, nullptr}, {14, WSP_OK, l123.c_str()},
+        {15, WSP_ERR_FAIL, nullptr}, {16, WSP_ERR_ARG, nullptr}, {17, WSP_OK, l1234.c_str()},
+        {18, WSP_OK, l1234.c_str()}, {19, WSP_ERR_FAIL, nullptr}, {20, WSP_OK, all.c_str()},
+    };
+    ASSERT_EQ(full.size(), 20u);
+    for (const CutCase &c : cases) {
+        Outcome r = run(Bytes(full.begin(), full.begin() + static_cast<long>(c.n)), 4, &kPageList);
+        EXPECT_EQ(r.status, c.status) << c.n;
+        EXPECT_EQ(r.released, c.status != WSP_OK) << c.n;
+        if (c.text != nullptr) EXPECT_EQ(r.text, c.text) << c.n;
+    }
+}
+
+TEST(DecHdr, SkipModeBlockCutAtEveryLength) {
+    Bytes full = cat({bytes({0x02, 0x85, 0x86}), app("x", "y"), bytes({0x91, 0x02, 0x83, 0x80}),
+                      bytes({0x7F, 0x01, 0x85, 0x85})});
+    const CutCase cases[] = {
+        {0, WSP_OK, ""},           {1, WSP_OK, ""},            {2, WSP_ERR_ARG, nullptr},
+        {3, WSP_OK, ""},           {4, WSP_ERR_ARG, nullptr},  {5, WSP_ERR_ARG, nullptr},
+        {6, WSP_ERR_ARG, nullptr}, {7, WSP_OK, ""},            {8, WSP_ERR_ARG, nullptr},
+        {9, WSP_OK, ""},           {10, WSP_OK, ""},           {11, WSP_OK, ""},
+        {12, WSP_ERR_ARG, nullptr}, {13, WSP_OK, ""},          {14, WSP_ERR_FAIL, nullptr},
+        {15, WSP_OK, "age:5\n"},
+    };
+    ASSERT_EQ(full.size(), 15u);
+    for (const CutCase &c : cases) {
+        Outcome r = run(Bytes(full.begin(), full.begin() + static_cast<long>(c.n)));
+        EXPECT_EQ(r.status, c.status) << c.n;
+        EXPECT_EQ(r.released, c.status != WSP_OK) << c.n;
+        if (c.text != nullptr) EXPECT_EQ(r.text, c.text) << c.n;
+    }
+}
+
+TEST(DecHdr, QuoteLedValueEndingTheBlock) {
+    Outcome r = run(cat({str0("x"), bytes({0x7F, 0xE9, 0})}));
+    EXPECT_EQ(r.status, WSP_OK);
+    EXPECT_EQ(r.text, "x:\xE9\n");
+    // Without its NUL the text would need the octet past the block.
+    r = run(cat({str0("x"), bytes({0x7F, 0xE9})}));
+    EXPECT_EQ(r.status, WSP_ERR_ARG);
+    EXPECT_TRUE(r.released);
+}

@@ -435,3 +435,38 @@ TEST(AddRawHeaderLine, LongRemainderMovedThroughHeapCopy) {
     EXPECT_EQ(b.text(), "x:1,\x85\n" + tail);
     EXPECT_EQ(b->length, 4 + tail.size() + 3);
 }
+
+// ---- 16-bit counts ----------------------------------------------------------------
+
+TEST(LineWriters, WrappedRoomTestsNeverWritePastSize) {
+    // A length near 0xFFFF wraps the room tests; whatever they then let
+    // through, nothing is written past size.
+    OutBuffer plain(16);
+    plain->length = 0xFFFE;
+    EXPECT_EQ(wsp_append_header_line(plain.get(), "a", "b"), WSP_OK); // 0xFFFE + 4 wraps to 2
+    EXPECT_EQ(plain->length, 2);
+    EXPECT_EQ(hex(plain->data, 16), hex(Bytes(16, 0)));
+
+    OutBuffer merging(16);
+    merging->length = 0xFFFE;
+    EXPECT_EQ(wsp_add_header_line(merging.get(), "a", "b"), WSP_OK);
+    EXPECT_EQ(merging.text(), "a:b\n");
+    EXPECT_EQ(merging->length, 4);
+
+    OutBuffer raw_out(16);
+    raw_out->length = 0xFFFE;
+    EXPECT_EQ(wsp_add_raw_header_line(raw_out.get(), "x", kShort85, 1), WSP_OK);
+    EXPECT_EQ(hex(raw_out->data, 5), "78 3A 85 0A 00");
+    EXPECT_EQ(raw_out->length, 2);
+}
+
+TEST(LineWriters, TextFillingSizeIsNeverReadPast) {
+    // No NUL inside size: the raw writer's search and the merging writer's
+    // walk stop at size.
+    OutBuffer b(6);
+    std::memcpy(b->data, "ab:c\nd", 6);
+    b->length = 6;
+    EXPECT_EQ(wsp_add_raw_header_line(b.get(), "zz", kShort85, 1), WSP_ERR_TRUNCATED);
+    EXPECT_EQ(wsp_add_header_line(b.get(), "d", "1"), WSP_ERR_TRUNCATED);
+    EXPECT_EQ(std::string(reinterpret_cast<char *>(b->data), 6), std::string("ab:c\nd", 6));
+}

@@ -815,3 +815,29 @@ TEST(FieldNameList, NameUpTo197AndClosingQuote) {
     EXPECT_EQ(too_long.status, WSP_ERR_ARG);
     EXPECT_EQ(too_long.moved, 0);
 }
+
+TEST(Params, RunCutAtEveryLength) {
+    // Cuts between parameters succeed with the parameters so far; cuts inside
+    // one fail without moving the cursor.
+    Bytes full = cat({bytes({0x81, 0xEA}), str0("x"), bytes({0x02, 0x01, 0x02}), bytes({0x93, 0x01, 0x05})});
+    for (size_t n = 0; n <= full.size(); ++n) {
+        Result r = run_fn(wsp_decode_params, Bytes(full.begin(), full.begin() + static_cast<long>(n)), "t", 198);
+        if (n == 0) {
+            EXPECT_EQ(r.status, WSP_OK);
+            EXPECT_EQ(r.text, "t");
+        } else if (n == 2) {
+            EXPECT_EQ(r.status, WSP_OK);
+            EXPECT_EQ(r.text, "t;charset=utf-8");
+        } else if (n == 7) {
+            EXPECT_EQ(r.status, WSP_OK);
+            EXPECT_EQ(r.text, "t;charset=utf-8;x=258");
+        } else if (n == full.size()) {
+            EXPECT_EQ(r.status, WSP_OK);
+            EXPECT_EQ(r.text, "t;charset=utf-8;x=258;creation-date=Thu, 01 Jan 1970 00:00:05 GMT");
+            EXPECT_EQ(r.moved, static_cast<long>(full.size()));
+        } else {
+            EXPECT_NE(r.status, WSP_OK) << n;
+            EXPECT_EQ(r.moved, 0) << n;
+        }
+    }
+}

@@ -21,7 +21,6 @@
 
 #include "decode.h"
 #include "primitives.h"
-#include "structured_value.h"
 
 namespace {
 
@@ -124,7 +123,7 @@ int write_named_value(block_walk &w, bool drop_long_text) {
     if (wsp_is_text_class(wsp_class_of(value[0])) || value[0] == 0) {
         const uint8_t *p = value;
         std::memset(w.value, 0, sizeof w.value);
-        int status = wsp_read_text_string(&p, w.value, wsp_text_string_bound(p, remaining, remaining), WSP_DEC_SCRATCH);
+        int status = wsp_read_text_string(&p, w.value, remaining, WSP_DEC_SCRATCH);
         if (status == kWspErrTruncated && drop_long_text) return w.pass_value();
         if (status != kWspOk) return w.release(kWspErrArg);
         status = wsp_add_header_line(w.out, w.name, w.value);

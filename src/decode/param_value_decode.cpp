@@ -12,7 +12,6 @@
 #include "decode.h"
 #include "decoder_support.h"
 #include "primitives.h"
-#include "structured_value.h"
 #include "tables.h"
 
 namespace {
@@ -41,10 +40,10 @@ const char *short_media_name(uint8_t v) {
     return nullptr;
 }
 
-// A Text-string read within the octets left (a leading Quote is passed over
-// by the reader without being counted, so its bound is kept one lower).
+// A Text-string read within the octets left (the reader counts a leading
+// Quote against them too).
 int read_text_string_within(const uint8_t **p, char *out, uint16_t left) {
-    return wsp_read_text_string(p, out, wsp_text_string_bound(*p, left, left), WSP_DEC_SCRATCH);
+    return wsp_read_text_string(p, out, left, WSP_DEC_SCRATCH);
 }
 
 // Texts of the name/filename/start/comment/domain/path family: each form
