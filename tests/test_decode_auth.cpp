@@ -380,4 +380,12 @@ TEST(DecodeChallenge, TruncatedAtEveryLength) {
     }
 }
 
+TEST(DecodeCredentials, CodePastTheNameTableRefused) {
+    EXPECT_EQ(decode(wsp_dec_credentials, 0x48, short_length(basic_cred("a", "b"))).status, WSP_ERR_FAIL);
+}
+
+TEST(DecodeChallenge, CodePastTheNameTableRefused) {
+    EXPECT_EQ(decode(wsp_dec_challenge, 0x48, short_length(cat({bytes({0x80}), cstr("r")}))).status, WSP_ERR_FAIL);
+}
+
 } // namespace

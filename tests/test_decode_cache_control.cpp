@@ -320,10 +320,7 @@ TEST(DecodeCacheControl, TruncatedAtEveryLength) {
         ASSERT_EQ(cc(full).status, WSP_OK) << hex(full);
         for (size_t n = 0; n < full.size(); ++n) {
             Bytes part(full.begin(), full.begin() + static_cast<long>(n));
-            DecodeResult r = cc(part);
-            EXPECT_NE(r.status, WSP_OK) << hex(part);
-            EXPECT_EQ(r.moved, 0) << hex(part);
-            EXPECT_EQ(r.text, "") << hex(part);
+            expect_refused(part, WSP_ERR_FAIL);
         }
     }
 }
@@ -370,6 +367,20 @@ TEST(DecodeCacheControl, CodePastTheNameTableRefused) {
     DecodeResult r = decode(wsp_dec_cache_control, 0x48, bytes({0x80}));
     EXPECT_EQ(r.status, WSP_ERR_FAIL);
     EXPECT_EQ(r.moved, 0);
+}
+
+// ---- through the block decoder ------------------------------------------------
+
+TEST(DecodeCacheControl, BlockWritesNoCache) {
+    DecodeResult r = decode_block(bytes({0x88, 0x80}));
+    EXPECT_EQ(r.status, WSP_OK);
+    EXPECT_EQ(r.text, "cache-control:no-cache\n");
+}
+
+TEST(DecodeCacheControl, BlockDropsBareMaxAgeAndGoesOn) {
+    DecodeResult r = decode_block(bytes({0x88, 0x82, 0x88, 0x81}));
+    EXPECT_EQ(r.status, WSP_OK);
+    EXPECT_EQ(r.text, "cache-control:no-store\n");
 }
 
 } // namespace

@@ -171,4 +171,8 @@ TEST(DecodeDisposition, TruncatedAtEveryLength) {
     }
 }
 
+TEST(DecodeDisposition, CodePastTheNameTableRefused) {
+    EXPECT_EQ(decode(wsp_dec_disposition, 0x48, bytes({0x01, 0x81})).status, WSP_ERR_FAIL);
+}
+
 } // namespace

@@ -160,4 +160,14 @@ TEST(DecodeEncodingVersion, TruncatedAtEveryLength) {
     }
 }
 
+TEST(DecodeEncodingVersion, CodePastTheNameTableRefused) {
+    EXPECT_EQ(decode(wsp_dec_encoding_version, 0x48, bytes({0x93})).status, WSP_ERR_FAIL);
+}
+
+TEST(DecodeEncodingVersion, BlockWritesBothForms) {
+    DecodeResult r = decode_block(bytes({0xC3, 0x93, 0xC3, 0x02, 0x81, 0x93}));
+    EXPECT_EQ(r.status, WSP_OK);
+    EXPECT_EQ(r.text, "encoding-version:1.3\nencoding-version: 1.3\n");
+}
+
 } // namespace

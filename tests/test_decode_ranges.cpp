@@ -233,4 +233,26 @@ TEST(DecodeRange, TruncatedAtEveryLength) {
     }
 }
 
+TEST(DecodeContentRange, CodePastTheNameTableRefused) {
+    EXPECT_EQ(crange(bytes({0x02, 0x00, 0x05}), 0x48).status, WSP_ERR_FAIL);
+}
+
+TEST(DecodeRange, CodePastTheNameTableRefused) {
+    EXPECT_EQ(decode(wsp_dec_range, 0x48, bytes({0x02, 0x81, 0x05})).status, WSP_ERR_FAIL);
+}
+
+// ---- through the block decoder ------------------------------------------------
+
+TEST(DecodeContentRange, BlockWritesBothCodes) {
+    DecodeResult r = decode_block(bytes({0x90, 0x03, 0x00, 0x81, 0x10, 0xBE, 0x02, 0x00, 0x80}));
+    EXPECT_EQ(r.status, WSP_OK);
+    EXPECT_EQ(r.text, "content-range:bytes 0- /144\ncontent-range:bytes 0- /*\n");
+}
+
+TEST(DecodeRange, BlockWritesSuffixRange) {
+    DecodeResult r = decode_block(bytes({0xA3, 0x02, 0x81, 0x05}));
+    EXPECT_EQ(r.status, WSP_OK);
+    EXPECT_EQ(r.text, "range:-5\n");
+}
+
 } // namespace

@@ -183,4 +183,8 @@ TEST(DecodeSetCookie, TruncatedAtEveryLength) {
     }
 }
 
+TEST(DecodeSetCookie, CodePastTheNameTableRefused) {
+    EXPECT_EQ(decode(wsp_dec_set_cookie, 0x48, simple(0x90, "n", "v")).status, WSP_ERR_FAIL);
+}
+
 } // namespace

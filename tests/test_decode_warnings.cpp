@@ -295,4 +295,18 @@ TEST(DecodeProfileWarning, TruncatedAtEveryLength) {
     for (size_t n = 0; n < full.size(); ++n) expect_pwarn_refused(Bytes(full.begin(), full.begin() + static_cast<long>(n)));
 }
 
+TEST(DecodeWarning, CodePastTheNameTableRefused) {
+    EXPECT_EQ(decode(wsp_dec_warning, 0x48, bytes({0x8A})).status, WSP_ERR_FAIL);
+}
+
+TEST(DecodeProfileWarning, CodePastTheNameTableRefused) {
+    EXPECT_EQ(decode(wsp_dec_profile_warning, 0x48, bytes({0x90})).status, WSP_ERR_FAIL);
+}
+
+TEST(DecodeWarning, BlockWritesBareCode) {
+    DecodeResult r = decode_block(bytes({0xAC, 0x8A}));
+    EXPECT_EQ(r.status, WSP_OK);
+    EXPECT_EQ(r.text, "warning:10\n");
+}
+
 } // namespace

@@ -22,7 +22,7 @@ int read_text_field(wsp_value_reader *v, char *field, uint16_t bound, bool allow
     uint8_t cls = v->peek_class();
     bool ok = cls == WSP_CLASS_QUOTED || cls == WSP_CLASS_TEXT || (allow_quote && cls == WSP_CLASS_QUOTE);
     if (!ok) return kWspErrFail;
-    if (wsp_read_text_string(&v->p, field, v->text_bound(bound), WSP_DEC_SCRATCH) != kWspOk) return kWspErrFail;
+    if (wsp_read_text_string(&v->p, field, v->bound(bound), WSP_DEC_SCRATCH) != kWspOk) return kWspErrFail;
     return kWspOk;
 }
 

@@ -38,7 +38,7 @@ void version_text(uint8_t octet, char *text) {
 // what is left of the length.
 int read_cookie_text(wsp_value_reader *v, char *text) {
     if (!wsp_is_text_class(v->peek_class())) return kWspErrFail;
-    if (wsp_read_text_string(&v->p, text, v->text_bound(v->rest_of_length()), WSP_DEC_SCRATCH) != kWspOk)
+    if (wsp_read_text_string(&v->p, text, v->bound(v->rest_of_length()), WSP_DEC_SCRATCH) != kWspOk)
         return kWspErrFail;
     return kWspOk;
 }
@@ -64,7 +64,7 @@ int wsp_dec_set_cookie(uint32_t code, const uint8_t **cursor, wsp_buffer *out, u
         version_text(*v.p, version);
         v.p += 1;
     } else if (wsp_is_text_class(cls)) {
-        if (wsp_read_text_string(&v.p, version, v.text_bound(v.length), WSP_DEC_SCRATCH) != kWspOk) return kWspErrFail;
+        if (wsp_read_text_string(&v.p, version, v.bound(v.length), WSP_DEC_SCRATCH) != kWspOk) return kWspErrFail;
     } else {
         return kWspErrFail;
     }

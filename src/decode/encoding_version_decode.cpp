@@ -33,7 +33,7 @@ int wsp_dec_encoding_version(uint32_t code, const uint8_t **cursor, wsp_buffer *
         append_version(&b, *p);
         p += 1;
     } else if (wsp_is_text_class(cls)) {
-        if (wsp_read_text_string(&p, b.text, wsp_text_string_bound(p, remaining, remaining), WSP_DEC_SCRATCH) != kWspOk) return kWspErrFail;
+        if (wsp_read_text_string(&p, b.text, remaining, WSP_DEC_SCRATCH) != kWspOk) return kWspErrFail;
         b.sync();
     } else {
         // A code page, then the version, both Short-integers.  The code page

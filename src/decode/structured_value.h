@@ -23,15 +23,6 @@
 // refuses a missing octet.
 inline constexpr uint8_t WSP_CLASS_NONE = 0xFF;
 
-// The bound handed to wsp_read_text_string for a text starting at `p`, with
-// `left` octets (at least one) before the hard end.  The reader passes over
-// a leading Quote (127) without counting it against the bound, so behind a
-// Quote the bound is kept one below the octets left.
-inline uint16_t wsp_text_string_bound(const uint8_t *p, uint16_t left, uint16_t described) {
-    uint16_t room = (*p == 127) ? static_cast<uint16_t>(left - 1) : left;
-    return described < room ? described : room;
-}
-
 struct wsp_value_reader {
     const uint8_t *p = nullptr;     // next octet to read
     const uint8_t *start = nullptr; // first octet after the length
@@ -55,8 +46,6 @@ struct wsp_value_reader {
         uint16_t l = left();
         return described < l ? described : l;
     }
-    // The same for a Text-string at p (an octet must be left).
-    uint16_t text_bound(uint16_t described) const { return wsp_text_string_bound(p, left(), described); }
     // The rest of the claimed length as a run for the parameter decoders.
     // False when the run would reach past the hard end: the run's last
     // parameter would then be read from octets the caller never handed in.

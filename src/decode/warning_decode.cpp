@@ -28,7 +28,7 @@ int open_warning_value(const uint8_t *at, uint16_t remaining, wsp_value_reader *
 int append_text_field(wsp_value_reader *v, wsp_text_builder *b) {
     if (!wsp_is_text_class(v->peek_class())) return kWspErrFail;
     char field[WSP_DEC_VALUE_AREA] = {};
-    if (wsp_read_text_string(&v->p, field, v->text_bound(v->rest_of_length()), WSP_DEC_SCRATCH) != kWspOk)
+    if (wsp_read_text_string(&v->p, field, v->bound(v->rest_of_length()), WSP_DEC_SCRATCH) != kWspOk)
         return kWspErrFail;
     if (!b->append(" ") || !b->append(field)) return kWspErrFail;
     return kWspOk;

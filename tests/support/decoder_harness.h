@@ -39,6 +39,24 @@ inline DecodeResult decode(HeaderDecoder fn, uint32_t code, const Bytes &in, uin
     return decode_into(fn, code, in, out, remaining);
 }
 
+// Decodes a whole header block with wsp_dec_hdr (no page list) and
+// returns its status and the output text.  The block's buffer is marked
+// external, so a failure path cannot free the test's copy.
+inline DecodeResult decode_block(const Bytes &block, int version = 4, uint16_t out_size = 512) {
+    InBytes input(block);
+    wsp_buffer in{};
+    in.data = input.mutable_data();
+    in.size = input.size();
+    in.length = input.size();
+    in.flags = WSP_BUFFER_EXTERNAL;
+    wsp_hdrbuf holder{};
+    holder.length = input.size();
+    holder.buffer = &in;
+    OutBuffer out(out_size);
+    int status = wsp_dec_hdr(&holder, out.get(), nullptr, version);
+    return {status, out.text(), 0};
+}
+
 // An output buffer that already holds `text` (length set to match).
 inline void prefill(OutBuffer &out, const char *text) {
     size_t n = std::strlen(text);
