@@ -755,3 +755,22 @@ TEST(DecHdr, QuoteLedValueEndingTheBlock) {
     EXPECT_EQ(r.status, WSP_ERR_ARG);
     EXPECT_TRUE(r.released);
 }
+
+TEST(DecHdr, ShortCutShiftUpTo31) {
+    // 0x1F in header position is a shift to page 31, not a Length-quote.
+    const wsp_code_entry rows[] = {{"x-p31", 2}, {nullptr, 0}};
+    const wsp_dec_page page31[] = {{31, 1, rows}};
+    const wsp_dec_page_list list = {1, page31};
+    Outcome r = run(cat({bytes({0x1F, 0x82}), str0("v")}), 4, &list);
+    EXPECT_EQ(r.status, WSP_OK);
+    EXPECT_EQ(r.text, "x-p31:v\n");
+}
+
+TEST(DecHdr, CodePageWriterFailureReleases) {
+    const wsp_code_entry rows[] = {{"accept-ranges", 1}, {nullptr, 0}};
+    const wsp_dec_page page2[] = {{2, 1, rows}};
+    const wsp_dec_page_list list = {1, page2};
+    Outcome r = run(cat({bytes({0x02, 0x81}), str0("none"), bytes({0x81}), str0("bytes")}), 4, &list);
+    EXPECT_EQ(r.status, WSP_ERR_FAIL);
+    EXPECT_TRUE(r.released);
+}
