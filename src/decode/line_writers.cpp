@@ -138,8 +138,8 @@ class remainder_copy {
     uint16_t length_ = 0;
 };
 
-// Appends "," value "\n" and the remainder after the line that ends at
-// `line_stop`, then the terminator.
+// Writes "," value "\n" and the set-aside remainder from the writer's
+// position (the end of the line being extended), then the terminator.
 void extend_line(bounded_writer &wr, const uint8_t *value, uint16_t value_len, bool value_is_text,
                  const remainder_copy &rest) {
     wr.put(',');
