@@ -244,4 +244,23 @@ TEST(EncodeWwwAuthenticate, OutputBoundaries) {
     EXPECT_EQ(encode(kWwwAuthenticate, two, 5).status, WSP_ERR_FAIL);
 }
 
+
+TEST(EncodeWwwAuthenticate, EveryPrefixOfAChallenge) {
+    const std::string full = "basic realm=\"x\"";
+    for (size_t n = 0; n < full.size(); ++n) {
+        std::string prefix = full.substr(0, n);
+        // Nothing at all (or blanks only) is an argument error; every other
+        // incomplete challenge fails.
+        int expected = n == 0 ? WSP_ERR_ARG : WSP_ERR_FAIL;
+        EXPECT_EQ(encode(kWwwAuthenticate, prefix).status, expected) << prefix;
+    }
+    EXPECT_EQ(encode(kWwwAuthenticate, full).hex, "AD 03 80 78 00");
+}
+
+TEST(EncodeProxyAuthenticate, ScratchSizeWrapsAt16Bits) {
+    std::string value = "Basic realm=\"" + std::string(65535 - 14, 'r') + "\"";
+    ASSERT_EQ(value.size(), 65535u);
+    EXPECT_EQ(encode(kProxyAuthenticate, value, 0xFFFF).status, WSP_ERR_FAIL);
+}
+
 } // namespace

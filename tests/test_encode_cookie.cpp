@@ -179,4 +179,31 @@ TEST(EncodeCookie, OutputBoundaries) {
     EXPECT_EQ(encode("$Version=1; a=b", 1).status, WSP_ERR_FAIL);
 }
 
+
+TEST(EncodeCookie, EveryPrefixOfAValue) {
+    const std::string full = "$Version=1; a=b";
+    for (size_t n = 0; n <= full.size(); ++n) {
+        std::string prefix = full.substr(0, n);
+        Result r = encode(prefix);
+        if (n == 10 || n == 11 || n == 12) {
+            // "$Version=1", with a trailing ";" or "; ": the version alone.
+            EXPECT_EQ(r.status, WSP_OK) << prefix;
+            EXPECT_EQ(r.hex, "C2 01 9F") << prefix;
+        } else if (n == full.size()) {
+            EXPECT_EQ(r.status, WSP_OK) << prefix;
+            EXPECT_EQ(r.hex, "C2 06 9F 04 61 00 62 00");
+        } else {
+            EXPECT_EQ(r.status, WSP_ERR_FAIL) << prefix;
+        }
+    }
+}
+
+TEST(EncodeCookie, ScratchSizeWrapsAt16Bits) {
+    // 65535 characters: the value scratch (text length + 1) wraps to 0 and
+    // nothing fits into it.
+    std::string value = "$Version=1; a=" + std::string(65535 - 14, 'v');
+    ASSERT_EQ(value.size(), 65535u);
+    EXPECT_EQ(encode(value).status, WSP_ERR_FAIL);
+}
+
 } // namespace

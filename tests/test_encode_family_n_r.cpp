@@ -372,4 +372,24 @@ TEST(EncodePushFlag, OutputBoundaries) {
     EXPECT_EQ(encode(wsp_encode_bearer_push_flag, kBearer, "200", 2).status, WSP_ERR_FAIL);
 }
 
+
+TEST(EncodeWarning, ScratchSizeWrapsAt16Bits) {
+    // 65535 characters: the value scratch (text length + 1) wraps to 0.
+    std::string value = "10 a " + std::string(65535 - 5, 't');
+    ASSERT_EQ(value.size(), 65535u);
+    EXPECT_EQ(encode(wsp_encode_warning, kWarning, value, 0xFFFF).status, WSP_ERR_FAIL);
+}
+
+TEST(EncodeWarning, EveryPrefixOfAWarning) {
+    const std::string full = "10 a b";
+    const char *expected_hex[] = {"", "", "AC 8A", "AC 8A", "", "", "AC 05 8A 61 00 62 00"};
+    for (size_t n = 0; n <= full.size(); ++n) {
+        std::string prefix = full.substr(0, n);
+        Result r = encode(wsp_encode_warning, kWarning, prefix);
+        bool ok = n == 0 || n == 2 || n == 3 || n == full.size();
+        EXPECT_EQ(r.status, ok ? WSP_OK : WSP_ERR_FAIL) << prefix;
+        if (ok) EXPECT_EQ(r.hex, expected_hex[n]) << prefix;
+    }
+}
+
 } // namespace

@@ -228,4 +228,28 @@ TEST(EncodeTrailer, OutputBoundaries) {
     EXPECT_EQ(encode(wsp_encode_trailer, kTrailer, "x", 2).status, WSP_ERR_FAIL);
 }
 
+
+TEST(EncodeTe, EveryPrefixOfACodingWithQ) {
+    const std::string full = "gzip;q=0.5";
+    const char *expected_hex[] = {
+        "B9",                       // ""
+        "B9 02 67 00",              // "g": no row, Token-text
+        "B9 03 67 7A 00",           // "gz"
+        "B9 04 67 7A 69 00",        // "gzi"
+        "B9 01 84",                 // "gzip"
+        "B9 01 84",                 // "gzip;"
+        "B9 03 84 80 00",           // "gzip;q": a q of one
+        "B9 03 84 80 00",           // "gzip;q="
+        "B9 03 84 80 01",           // "gzip;q=0": no fraction, code 1
+        "B9 03 84 80 01",           // "gzip;q=0."
+        "B9 03 84 80 33",           // "gzip;q=0.5"
+    };
+    for (size_t n = 0; n <= full.size(); ++n) {
+        std::string prefix = full.substr(0, n);
+        Result r = encode(wsp_encode_te, kTe, prefix);
+        EXPECT_EQ(r.status, WSP_OK) << prefix;
+        EXPECT_EQ(r.hex, expected_hex[n]) << prefix;
+    }
+}
+
 } // namespace
