@@ -25,7 +25,7 @@ std::string app(const std::string &name, const std::string &value) { return tz(n
 
 constexpr int kTextLengthOfText = -1;
 
-struct PageSpec {
+struct PageInput {
     uint8_t page;
     std::string text;
     uint8_t name_count = 0;
@@ -36,18 +36,18 @@ struct PageSpec {
 // Owns writable, exactly sized copies of the page texts and the records.
 class PageList {
   public:
-    explicit PageList(const std::vector<PageSpec> &specs) {
-        for (const PageSpec &spec : specs) {
-            texts_.emplace_back(new char[spec.text.size() + 1]);
-            std::memcpy(texts_.back().get(), spec.text.c_str(), spec.text.size() + 1);
+    explicit PageList(const std::vector<PageInput> &inputs) {
+        for (const PageInput &input : inputs) {
+            texts_.emplace_back(new char[input.text.size() + 1]);
+            std::memcpy(texts_.back().get(), input.text.c_str(), input.text.size() + 1);
             wsp_hdr_page rec{};
-            rec.page = spec.page;
-            rec.name_count = spec.name_count;
-            rec.names = spec.names;
+            rec.page = input.page;
+            rec.name_count = input.name_count;
+            rec.names = input.names;
             rec.text.data = reinterpret_cast<unsigned char *>(texts_.back().get());
-            rec.text.size = static_cast<uint16_t>(spec.text.size() + 1);
+            rec.text.size = static_cast<uint16_t>(input.text.size() + 1);
             rec.text.length =
-                static_cast<uint16_t>(spec.length == kTextLengthOfText ? spec.text.size() : spec.length);
+                static_cast<uint16_t>(input.length == kTextLengthOfText ? input.text.size() : input.length);
             records_.push_back(rec);
         }
         list_.count = static_cast<uint16_t>(records_.size());
@@ -80,8 +80,8 @@ Result run(PageList &pages, const char *version, uint16_t size = 400, uint16_t o
     return {status, out.written_hex(), holder.length, out->data == nullptr, out->length};
 }
 
-Result run(const std::vector<PageSpec> &specs, const char *version, uint16_t size = 400) {
-    PageList pages(specs);
+Result run(const std::vector<PageInput> &inputs, const char *version, uint16_t size = 400) {
+    PageList pages(inputs);
     return run(pages, version, size);
 }
 
@@ -163,7 +163,7 @@ TEST(EncHdrOutput, NullPageListIsRefusedWithoutFreeing) {
 }
 
 TEST(EncHdrOutput, EmptyListSucceedsWithLengthZero) {
-    Result r = run(std::vector<PageSpec>{}, "1.4");
+    Result r = run(std::vector<PageInput>{}, "1.4");
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.holder, 0);
     EXPECT_EQ(r.length, 0);
