@@ -334,6 +334,13 @@ TEST(EncodeParamValue, QZeroWithoutFraction) {
     EXPECT_EQ(value("0.000", 0).out, "01");
 }
 
+TEST(EncodeParamValue, QPartsAreReadAsNumbers) {
+    EXPECT_EQ(value("00.5", 0).out, "33");
+    EXPECT_EQ(value("01", 0).out, "00");
+    EXPECT_EQ(value("x", 0).out, "01");
+    EXPECT_EQ(value("1.x", 0).out, "00");
+}
+
 TEST(EncodeParamValue, QOneIsASingleZero) {
     EXPECT_EQ(value("1", 0).out, "00");
     EXPECT_EQ(value("1.0", 0).out, "00");

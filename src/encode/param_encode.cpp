@@ -108,6 +108,9 @@ int write_qvalue(char *text, wsp_buffer *out, uint8_t *fallback) {
     char *integer_part = wsp_strtoken(&pos, ".");
     if (integer_part == nullptr) return ok(append_octet(0x00, out)) ? kWspOk : kWspErrFail;
 
+    // Both parts are read as decimal numbers, the way the rest of the
+    // library reads numbers: "00.5" is 0.5, and a part that is no number
+    // counts as 0 (so "x" is a q of 0, code 1).
     uint32_t integer = wsp_strtou32(integer_part, nullptr, 10);
     char *fraction = wsp_strtoken(&pos, ".");
     if (integer == 1) {
