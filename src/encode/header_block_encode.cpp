@@ -68,7 +68,8 @@ bool next_line(char **cursor, text_line *line) {
     return true;
 }
 
-// Looks the version up on every line; see block_state::limit.
+// Looks the version up on every line; see block_state::limit.  A null
+// version text is an unknown one.
 void find_version(block_state *state) {
     state->version_index = WSP_VERSION_UNKNOWN;
     if (state->version == nullptr) return;
