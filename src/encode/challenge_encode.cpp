@@ -12,6 +12,7 @@
 
 namespace {
 
+constexpr uint8_t kWwwAuthenticate = 0x2D;
 constexpr char kRealm[] = "realm";
 constexpr size_t kRealmLength = sizeof kRealm - 1;
 
@@ -88,7 +89,7 @@ int wsp_encode_challenge(uint8_t code, char *value, wsp_buffer *out, uint8_t ver
     if (value == nullptr) return kWspErrFail;
     const uint16_t scratch_size = wsp_enc_scratch_size(value);
     char *text = wsp_enc_prepare(value, false);
-    if (code != 0x2D) {
+    if (code != kWwwAuthenticate) {
         // Proxy-Authenticate: the whole value is one challenge.
         return encode_one_challenge(code, text, out, version_index, scratch_size, false);
     }
