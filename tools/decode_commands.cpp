@@ -1,5 +1,6 @@
 // decode-push, decode-headers and decode-content-type.
 #include <cstring>
+#include <iterator>
 #include <iostream>
 #include <string>
 
@@ -17,8 +18,8 @@ namespace {
 constexpr uint16_t kTextSize = 0xFFFF;
 
 int version_number(const std::string &version) {
-    for (int i = 0; i < 4; ++i)
-        if (version == kVersions[i]) return i + 1;
+    for (size_t i = 0; i < std::size(kVersions); ++i)
+        if (version == kVersions[i]) return static_cast<int>(i) + 1;
     return 0; // not reached: the command line admits the four versions only
 }
 
@@ -99,10 +100,11 @@ int run_decode_push(const DecodeOptions &options, Streams io) {
     if (content_type.empty())
         report += '\n';
     else
-        report += " " + format_text(reinterpret_cast<const uint8_t *>(content_type.data()), content_type.size(), "");
-    report += "headers: " + octet_count(header_octets) + "\n";
+        report.append(" ").append(
+            format_text(reinterpret_cast<const uint8_t *>(content_type.data()), content_type.size(), ""));
+    report.append("headers: ").append(octet_count(header_octets)).append("\n");
     report += header_text(text, options, "  ");
-    report += "body: " + octet_count(body.size()) + "\n";
+    report.append("body: ").append(octet_count(body.size())).append("\n");
     report += format_hex(body.data(), body.size(), "  ");
     io.out << report;
     return kExitOk;

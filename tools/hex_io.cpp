@@ -1,6 +1,7 @@
 #include "hex_io.h"
 
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 #include <fstream>
 #include <iostream>
@@ -46,7 +47,10 @@ Octets parse_hex(std::string_view text) {
         }
         const int digit = hex_digit(c);
         if (digit < 0)
-            throw InputError("not a hex digit: " + describe_octet(c) + " on line " + std::to_string(line));
+            throw InputError(std::string("not a hex digit: ")
+                                 .append(describe_octet(c))
+                                 .append(" on line ")
+                                 .append(std::to_string(line)));
         if (high < 0) {
             high = digit;
         } else {
@@ -60,9 +64,9 @@ Octets parse_hex(std::string_view text) {
 
 std::string read_file(const std::string &path) {
     std::ifstream in(path, std::ios::binary);
-    if (!in) throw InputError("cannot open " + path + ": " + std::strerror(errno));
+    if (!in) throw InputError(std::string("cannot open ").append(path).append(": ").append(std::strerror(errno)));
     std::string data = read_stream(in);
-    if (in.bad()) throw InputError("cannot read " + path);
+    if (in.bad()) throw InputError(std::string("cannot read ").append(path));
     return data;
 }
 

@@ -44,7 +44,8 @@ void add_version(CLI::App *command, std::string &version, const char *what) {
 // The octet input shared by the three decode commands.
 void add_octet_input(CLI::App *command, InputSpec &input, const char *what) {
     command->footer(std::string(kOctetInput) + kExitCodes);
-    CLI::Option *hex = command->add_option("HEX", input.args, std::string(what) + " as hex (several arguments are joined)");
+    CLI::Option *hex =
+        command->add_option("HEX", input.args, std::string(what) + " as hex (several arguments are joined)");
     CLI::Option *file = command->add_option("--file,-f", input.file, "read the input from this file")
                             ->check(CLI::ExistingFile);
     hex->excludes(file);
@@ -125,6 +126,9 @@ int main(int argc, char **argv) {
         return kExitUsage;
     } catch (const std::bad_alloc &) {
         std::cerr << "wsptool: out of memory\n";
+        return kExitCodec;
+    } catch (const std::exception &e) {
+        std::cerr << "wsptool: " << e.what() << '\n';
         return kExitCodec;
     }
 }

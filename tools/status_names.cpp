@@ -10,7 +10,7 @@ bool status_ok(int status) { return static_cast<int16_t>(status) == WSP_OK; }
 
 std::string status_name(int status) {
     if (static_cast<uint16_t>(status) == WSP_VARINTLEN_FAIL && status > 0)
-        return "WSP_VARINTLEN_FAIL (" + std::to_string(WSP_VARINTLEN_FAIL) + ")";
+        return std::string("WSP_VARINTLEN_FAIL (").append(std::to_string(WSP_VARINTLEN_FAIL)).append(")");
     const int code = static_cast<int16_t>(status);
     const char *name = nullptr;
     switch (code) {
@@ -21,8 +21,8 @@ std::string status_name(int status) {
     case WSP_ERR_VERSION: name = "WSP_ERR_VERSION"; break;
     default: break;
     }
-    const std::string number = "(" + std::to_string(code) + ")";
-    return name ? std::string(name) + " " + number : "unknown status " + number;
+    std::string text = name ? std::string(name).append(" (") : std::string("unknown status (");
+    return text.append(std::to_string(code)).append(")");
 }
 
 } // namespace wsptool
