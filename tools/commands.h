@@ -22,7 +22,7 @@ inline constexpr const char *kVersions[] = {"1.1", "1.2", "1.3", "1.4"};
 inline constexpr const char *kDefaultVersion = "1.4";
 
 struct DecodeOptions {
-    InputSpec input;
+    InputSource input;
     std::string version = kDefaultVersion;
     bool tid = false;     // decode-push: the first octet is a transaction id
     bool hex_out = false; // print the decoded header text as hex octets

@@ -76,19 +76,19 @@ std::string read_stream(std::istream &in) {
     return all.str();
 }
 
-Octets read_octets(const InputSpec &spec, std::istream &in) {
+Octets read_octets(const InputSource &source, std::istream &in) {
     std::string source;
-    if (!spec.args.empty()) {
-        for (size_t i = 0; i < spec.args.size(); ++i) {
+    if (!source.args.empty()) {
+        for (size_t i = 0; i < source.args.size(); ++i) {
             if (i) source += ' ';
-            source += spec.args[i];
+            source += source.args[i];
         }
-    } else if (!spec.file.empty()) {
-        source = read_file(spec.file);
+    } else if (!source.file.empty()) {
+        source = read_file(source.file);
     } else {
         source = read_stream(in);
     }
-    if (spec.raw) return Octets(source.begin(), source.end());
+    if (source.raw) return Octets(source.begin(), source.end());
     return parse_hex(source);
 }
 

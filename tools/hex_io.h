@@ -26,7 +26,7 @@ public:
 // Where a command takes its octets from.  At most one of `args` and `file`
 // is set (the command line refuses both); with neither, standard input is
 // read.  `raw` takes the bytes as they are instead of parsing hex.
-struct InputSpec {
+struct InputSource {
     std::vector<std::string> args;
     std::string file;
     bool raw = false;
@@ -43,8 +43,8 @@ std::string read_file(const std::string &path);
 std::string read_stream(std::istream &in);
 
 // The octets a command works on: the arguments (joined with a blank), the
-// file or `in`, parsed as hex unless spec.raw is set.
-Octets read_octets(const InputSpec &spec, std::istream &in);
+// file or `in`, parsed as hex unless source.raw is set.
+Octets read_octets(const InputSource &source, std::istream &in);
 
 // Text a command works on (encoder input): the file, or `in`.
 std::string read_text(const std::string &file, std::istream &in);

@@ -42,7 +42,7 @@ void add_version(CLI::App *command, std::string &version, const char *what) {
 }
 
 // The octet input shared by the three decode commands.
-void add_octet_input(CLI::App *command, InputSpec &input, const char *what) {
+void add_octet_input(CLI::App *command, InputSource &input, const char *what) {
     command->footer(std::string(kOctetInput) + kExitCodes);
     CLI::Option *hex =
         command->add_option("HEX", input.args, std::string(what) + " as hex (several arguments are joined)");
