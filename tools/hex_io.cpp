@@ -77,19 +77,19 @@ std::string read_stream(std::istream &in) {
 }
 
 Octets read_octets(const InputSource &source, std::istream &in) {
-    std::string source;
+    std::string text;
     if (!source.args.empty()) {
         for (size_t i = 0; i < source.args.size(); ++i) {
-            if (i) source += ' ';
-            source += source.args[i];
+            if (i) text += ' ';
+            text += source.args[i];
         }
     } else if (!source.file.empty()) {
-        source = read_file(source.file);
+        text = read_file(source.file);
     } else {
-        source = read_stream(in);
+        text = read_stream(in);
     }
-    if (source.raw) return Octets(source.begin(), source.end());
-    return parse_hex(source);
+    if (source.raw) return Octets(text.begin(), text.end());
+    return parse_hex(text);
 }
 
 std::string read_text(const std::string &file, std::istream &in) {
