@@ -243,21 +243,29 @@ TEST(DecodeHdr, ZeroCountGivesAnEmptyBlock) {
 }
 
 TEST(DecodeHentity, DoesNotAdvanceTheCallersCursor) {
-    const Bytes src = bytes({0x83, 0xB4, 0x80, 'z'});
-    InBytes in(src);
-    const uint8_t *cur = in.data();
-    wsp_buffer pdu{};
-    std::vector<unsigned char> backing(src.begin(), src.end());
-    pdu.data = backing.data();
-    pdu.size = 4;
-    pdu.length = 4;
+    // an own PDU whose ContentType starts one octet into its data
+    Pdu pdu(bytes({0x00, 0x83, 0xB4, 0x80, 'z'}));
+    const uint8_t *cur = pdu.buf.data + 1;
+    const uint8_t *const before = cur;
     wsp_push_result res{};
-    ASSERT_EQ(wsp_decode_hdentity(&cur, &pdu, &res, &res.body, 3, 4), WSP_OK);
-    EXPECT_EQ(cur, in.data());
+    ASSERT_EQ(wsp_decode_hdentity(&cur, &pdu.buf, &res, &res.body, 3, 4), WSP_OK);
+    EXPECT_EQ(cur, before);
+    EXPECT_STREQ(res.body.content_type, "text/plain");
     EXPECT_EQ(res.headers.length, 2);
-    EXPECT_EQ(res.body.body, &pdu);
-    EXPECT_EQ(pdu.length, 3);
-    EXPECT_EQ(pdu.offset, 1);
+    EXPECT_EQ(res.headers.buffer, &pdu.buf);
+    EXPECT_EQ(res.body.body, &pdu.buf);
+    EXPECT_EQ(pdu.buf.length, 3);
+    EXPECT_EQ(pdu.buf.offset, 2);
+    EXPECT_EQ(hex(pdu.valid()), "B4 80 7A");
+}
+
+TEST(DecodeHentity, ContentTypeFailureIsPassedOn) {
+    Pdu pdu(bytes({0xFF, 0xB4}));
+    const uint8_t *cur = pdu.buf.data;
+    wsp_push_result res{};
+    EXPECT_EQ(wsp_decode_hdentity(&cur, &pdu.buf, &res, &res.body, 2, 2), WSP_ERR_FAIL);
+    EXPECT_EQ(pdu.buf.offset, 0);
+    EXPECT_EQ(pdu.buf.length, 2);
 }
 
 TEST(DecodeHentity, ExternalWithoutSpareFails) {
