@@ -19,7 +19,7 @@ struct Block {
     wsp_hdrbuf holder{};
     Block(const Bytes &existing, uint16_t size) {
         buf.data = static_cast<unsigned char *>(std::calloc(size ? size : 1, 1));
-        std::memcpy(buf.data, existing.data(), existing.size());
+        if (!existing.empty()) std::memcpy(buf.data, existing.data(), existing.size());
         buf.size = size;
         buf.length = static_cast<uint16_t>(existing.size());
         holder.length = buf.length;

@@ -18,7 +18,7 @@ struct Pdu {
     explicit Pdu(const Bytes &b, bool external = false, uint16_t offset = 0) {
         buf.size = static_cast<uint16_t>(b.size() + offset);
         buf.data = static_cast<unsigned char *>(std::calloc(buf.size ? buf.size : 1, 1));
-        std::memcpy(buf.data + offset, b.data(), b.size());
+        if (!b.empty()) std::memcpy(buf.data + offset, b.data(), b.size());
         buf.offset = offset;
         buf.length = static_cast<uint16_t>(b.size());
         buf.flags = external ? WSP_BUFFER_EXTERNAL : 0;
