@@ -89,12 +89,9 @@ int wsp_dec_cache_control(uint32_t code, const uint8_t **cursor, wsp_buffer *out
     if (cls != WSP_CLASS_SHORT_LENGTH && cls != WSP_CLASS_LENGTH_QUOTE) return kWspErrFail;
 
     wsp_value_reader v;
-    bool empty = false;
-    if (wsp_open_length_form(*cursor, remaining, &v, &empty) != kWspOk) return kWspErrFail;
-    if (empty) {
-        *cursor = v.p;
-        return kWspOk;
-    }
+    bool done = false;
+    if (wsp_open_structured(cursor, remaining, &v, &done) != kWspOk) return kWspErrFail;
+    if (done) return kWspOk;
 
     wsp_text_builder b;
     bool well_known = false;

@@ -49,12 +49,9 @@ int wsp_dec_set_cookie(uint32_t code, const uint8_t **cursor, wsp_buffer *out, u
     const char *name = wsp_decoded_header_name(code);
     if (name == nullptr) return kWspErrFail;
     wsp_value_reader v;
-    bool empty = false;
-    if (wsp_open_length_form(*cursor, remaining, &v, &empty) != kWspOk) return kWspErrFail;
-    if (empty) {
-        *cursor = v.p;
-        return kWspOk;
-    }
+    bool done = false;
+    if (wsp_open_structured(cursor, remaining, &v, &done) != kWspOk) return kWspErrFail;
+    if (done) return kWspOk;
 
     // The version: a Short-integer gives "Version=...", a text is taken as
     // it stands (no "Version=" in front).

@@ -11,12 +11,9 @@ int wsp_dec_disposition(uint32_t code, const uint8_t **cursor, wsp_buffer *out, 
     const char *name = wsp_decoded_header_name(code);
     if (name == nullptr) return kWspErrFail;
     wsp_value_reader v;
-    bool empty = false;
-    if (wsp_open_length_form(*cursor, remaining, &v, &empty) != kWspOk) return kWspErrFail;
-    if (empty) {
-        *cursor = v.p;
-        return kWspOk;
-    }
+    bool done = false;
+    if (wsp_open_structured(cursor, remaining, &v, &done) != kWspOk) return kWspErrFail;
+    if (done) return kWspOk;
 
     wsp_text_builder b;
     switch (v.peek_class()) {

@@ -73,5 +73,15 @@ inline int wsp_open_length_form(const uint8_t *at, uint16_t remaining, wsp_value
     return kWspOk;
 }
 
+// The opening every structured decoder shares: the length form at *cursor.
+// A Short-length of 0 moves *cursor past its octet and sets *done, and the
+// caller then returns WSP_OK without writing a line.
+inline int wsp_open_structured(const uint8_t **cursor, uint16_t remaining, wsp_value_reader *v, bool *done) {
+    bool empty = false;
+    if (wsp_open_length_form(*cursor, remaining, v, &empty) != kWspOk) return kWspErrFail;
+    if (empty) *cursor = v->p;
+    *done = empty;
+    return kWspOk;
+}
 
 #endif
