@@ -1,0 +1,37 @@
+# Installs the build into a scratch prefix, then configures, builds and runs
+# a consumer that finds it with find_package, and checks the pkg-config file.
+file(REMOVE_RECURSE ${WORK})
+execute_process(COMMAND ${CMAKE_COMMAND} --install ${BUILD} --prefix ${WORK}/prefix
+                RESULT_VARIABLE rc OUTPUT_QUIET)
+if(NOT rc EQUAL 0)
+  message(FATAL_ERROR "install failed")
+endif()
+foreach(f include/tarnwspencdec.h lib/libtarnwspencdec.so lib/libtarnwspencdec.so.1
+          lib/pkgconfig/tarnwspencdec.pc lib/cmake/tarnwspencdec/tarnwspencdecConfig.cmake)
+  if(NOT EXISTS ${WORK}/prefix/${f})
+    message(FATAL_ERROR "not installed: ${f}")
+  endif()
+endforeach()
+execute_process(COMMAND ${CMAKE_COMMAND} -S ${SOURCE} -B ${WORK}/consumer
+                  -DCMAKE_PREFIX_PATH=${WORK}/prefix -DCMAKE_C_COMPILER=${CC}
+                RESULT_VARIABLE rc OUTPUT_QUIET)
+if(NOT rc EQUAL 0)
+  message(FATAL_ERROR "consumer configure failed")
+endif()
+execute_process(COMMAND ${CMAKE_COMMAND} --build ${WORK}/consumer RESULT_VARIABLE rc OUTPUT_QUIET)
+if(NOT rc EQUAL 0)
+  message(FATAL_ERROR "consumer build failed")
+endif()
+execute_process(COMMAND ${WORK}/consumer/consumer RESULT_VARIABLE rc OUTPUT_VARIABLE out)
+if(NOT rc EQUAL 0)
+  message(FATAL_ERROR "consumer failed: ${out}")
+endif()
+find_program(PKG_CONFIG pkg-config)
+if(PKG_CONFIG)
+  set(ENV{PKG_CONFIG_PATH} ${WORK}/prefix/lib/pkgconfig)
+  execute_process(COMMAND ${PKG_CONFIG} --libs tarnwspencdec OUTPUT_VARIABLE libs RESULT_VARIABLE rc)
+  if(NOT rc EQUAL 0 OR NOT libs MATCHES "-ltarnwspencdec")
+    message(FATAL_ERROR "pkg-config: ${libs}")
+  endif()
+endif()
+message(STATUS "${out}")
