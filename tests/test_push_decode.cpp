@@ -72,6 +72,19 @@ TEST(PushDecoding, HeadersClaimingMoreThanThePduFail) {
     EXPECT_EQ(pdu.buf.offset, 0);
 }
 
+TEST(PushDecoding, HeadersLenNearTwoToThe32IsMoreThanThePduHolds) {
+    // HeadersLen FF FF FF FF 7A keeps its low 32 bits, 0xFFFFFFFA; with the
+    // prefix of 6 a 32-bit sum would wrap to 0.
+    Pdu pdu(bytes({0x15, 0xFF, 0xFF, 0xFF, 0xFF, 0x7A, 0x00, 0x09, 0x8E, 0xB3}));
+    wsp_push_result res{};
+    wsp_buffer *spare = nullptr;
+    EXPECT_EQ(wsp_push_decoding(&pdu.buf, &res, &spare), WSP_ERR_FAIL);
+    EXPECT_EQ(res.headers.buffer, nullptr);
+    EXPECT_EQ(res.body.body, nullptr);
+    EXPECT_EQ(pdu.buf.offset, 0);
+    EXPECT_EQ(pdu.buf.length, 10);
+}
+
 TEST(PushDecoding, BadHeadersLenUintvarFails) {
     Pdu pdu(bytes({0x06, 0x80, 0x01, 0x83}));
     wsp_push_result res{};

@@ -115,7 +115,10 @@ WSP_API int wsp_push_decoding(wsp_buffer *pdu, wsp_push_result *result, wsp_buff
         return kWspOk;
     }
 
-    const uint32_t claimed = static_cast<uint32_t>(prefix) + headers_len;
+    // Compared without wrapping: a HeadersLen near 2^32 claims more than any
+    // PDU holds (a 32-bit sum would wrap to a small number and send such a
+    // PDU down the Data path with a header length past its end).
+    const uint64_t claimed = static_cast<uint64_t>(prefix) + headers_len;
     if (pdu->length <= claimed) {
         // No Data: the headers must end exactly at the PDU's end.
         if (pdu->length != claimed) return kWspErrFail;
