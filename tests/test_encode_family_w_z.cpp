@@ -118,10 +118,14 @@ TEST(EncodeEncodingVersion, CodePageAbove127Fails) {
     EXPECT_EQ(encode(wsp_encode_encoding_version, kEncodingVersion, "200 1.0").status, WSP_ERR_FAIL);
 }
 
-TEST(EncodeEncodingVersion, EmptyValueFailsBeforeWriting) {
+TEST(EncodeEncodingVersion, EmptyValueIsAnEmptyTextString) {
     Result r = encode(wsp_encode_encoding_version, kEncodingVersion, " ");
-    EXPECT_EQ(r.status, WSP_ERR_FAIL);
-    EXPECT_EQ(r.hex, "");
+    EXPECT_EQ(r.status, WSP_OK);
+    EXPECT_EQ(r.hex, "C3 00");
+    EXPECT_EQ(encode(wsp_encode_encoding_version, kEncodingVersion, "").hex, "C3 00");
+    // Code octet and NUL: the NUL may not be left without room.
+    EXPECT_EQ(encode(wsp_encode_encoding_version, kEncodingVersion, "", 2).status, WSP_OK);
+    EXPECT_EQ(encode(wsp_encode_encoding_version, kEncodingVersion, "", 1).status, WSP_ERR_FAIL);
 }
 
 TEST(EncodeEncodingVersion, NullValueFails) {

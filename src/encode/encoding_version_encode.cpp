@@ -11,9 +11,8 @@ int wsp_encode_encoding_version(uint8_t code, char *value, wsp_buffer *out, uint
     if (value == nullptr) return kWspErrFail;
     const uint16_t scratch_size = wsp_enc_scratch_size(value);
     char *text = wsp_enc_prepare(value, true);
-    // There is no version to send in an empty value: refused rather than
-    // sent as an empty text.
-    if (text[0] == '\0') return kWspErrFail;
+    // An empty value has no numeric form either: like any other such value
+    // it goes out as its Text-string, here a lone NUL (C3 00).
     if (wsp_write_code_octet(code, out) != kWspOk) return kWspErrFail;
 
     char *blank = std::strchr(text, ' ');
