@@ -212,6 +212,25 @@ TEST(ConformanceEncodeBlock, SecondPageOneRecordStartsWithShortCutShift) {
     EXPECT_EQ(run(pages, "1.4"), "OK 85 81 01 85 82");
 }
 
+TEST(ConformanceEncodeBlock, PageOneRecordOfLengthZeroWritesNothing) {
+    Pages pages({{1, "age: 1"}, {1, "age: 2", 0, nullptr, 0}});
+    EXPECT_EQ(run(pages, "1.4"), "OK 85 81");
+}
+
+TEST(ConformanceEncodeBlock, PageOneRecordWithoutDataWritesOnlyItsShift) {
+    Pages pages({{1, "age: 1"}, {1, "age: 2"}});
+    pages.get()->pages[1].text.data = nullptr;
+    EXPECT_EQ(run(pages, "1.4"), "OK 85 81 01");
+}
+
+TEST(ConformanceEncodeBlock, PageTextStartsAtItsOffset) {
+    Pages pages({{1, "xxxage: 7"}});
+    wsp_buffer &text = pages.get()->pages[0].text;
+    text.offset = 3;
+    text.length = 6;
+    EXPECT_EQ(run(pages, "1.4"), "OK 85 87");
+}
+
 TEST(ConformanceEncodeBlock, EmptyPageOneRecordWritesNoShift) {
     Pages pages({{1, "age: 1"}, {1, ""}});
     EXPECT_EQ(run(pages, "1.4"), "OK 85 81");
@@ -327,6 +346,14 @@ TEST(ConformanceEncodeBlock, BlankLinesAreSwallowed) {
     EXPECT_EQ(enc("age: 1\n\n\nage: 2\n"), "OK 85 81 85 82");
 }
 
+TEST(ConformanceEncodeBlock, BlankLinesDoNotCountTowardsTheTextLength) {
+    // 7 + 7 octets are counted for the two lines although the length (10)
+    // ends inside the blank lines: the second line is still encoded, the
+    // third is not.
+    Pages pages({{1, "age: 1\n\n\n\nage: 2\nage: 3", 0, nullptr, 10}});
+    EXPECT_EQ(run(pages, "1.4"), "OK 85 81 85 82");
+}
+
 TEST(ConformanceEncodeBlock, LineOfOnlyCarriageReturnIsSkipped) {
     EXPECT_EQ(enc("\r\nage: 3"), "OK 85 83");
 }
@@ -335,6 +362,13 @@ TEST(ConformanceEncodeBlock, LineWithoutColonHasAnEmptyValue) {
     EXPECT_EQ(enc("x-foo"), "OK " + app("x-foo", ""));
     // TE with an empty value is the bare code octet.
     EXPECT_EQ(enc("te"), "OK B9");
+}
+
+TEST(ConformanceEncodeBlock, LeadingColonIsSkippedByTheTokenizer) {
+    // The name cut skips a leading delimiter: ":x-a" is the name x-a with
+    // an empty value, and a lone ":" an empty name and an empty value.
+    EXPECT_EQ(enc(":x-a"), "OK " + app("x-a", ""));
+    EXPECT_EQ(enc(":"), "OK 00 00");
 }
 
 TEST(ConformanceEncodeBlock, ApplicationHeaderKeepsValueCaseAndLeadingBlanks) {
@@ -347,6 +381,13 @@ TEST(ConformanceEncodeBlock, ApplicationHeaderValueIsCutAtTheFirstColonOnly) {
 
 TEST(ConformanceEncodeBlock, ApplicationValueWithHighFirstOctetGetsQuote) {
     EXPECT_EQ(enc("x-a:\xE9t\xE9"), "OK 78 2D 61 00 7F E9 74 E9 00");
+}
+
+TEST(ConformanceEncodeBlock, QuotedHighFirstOctetNeverWritesPastTheOutput) {
+    // Name (4 octets), then 7F, E9 and the NUL: seven octets in all.
+    EXPECT_EQ(enc("x-a:\xE9", "1.4", 7), "OK 78 2D 61 00 7F E9 00");
+    EXPECT_EQ(enc("x-a:\xE9", "1.4", 6), "-214 freed");
+    EXPECT_EQ(enc("x-a:\xE9", "1.4", 5), "-214 freed");
 }
 
 TEST(ConformanceEncodeBlock, ApplicationNameWithSeparatorFails) {
@@ -677,6 +718,14 @@ TEST(ConformanceEncodeContent, UntypedParameterValues) {
     EXPECT_EQ(content("text/plain; foo=300", "1.4"), "OK 08 83 " + tz("foo") + " 02 01 2C");
     EXPECT_EQ(content("text/plain; foo=1.5", "1.4"), "OK 09 83 " + tz("foo") + " " + tz("1.5"));
     EXPECT_EQ(content("text/plain; foo=\"a b\"", "1.4"), "OK 0A 83 " + tz("foo") + " 22 61 20 62 00");
+}
+
+TEST(ConformanceEncodeContent, UnclosedQuotedValueLosesItsNul) {
+    // Without its closing quotation mark the Quoted-string's NUL is not
+    // counted, so only the quotation mark and the characters are copied.
+    EXPECT_EQ(content("text/plain; name=\"abc", "1.4"), "OK 06 83 97 22 61 62 63");
+    // Up to 1.2 "name" is a Text-string and keeps the quotation mark.
+    EXPECT_EQ(content("text/plain; name=\"abc", "1.1"), "OK 07 83 85 22 61 62 63 00");
 }
 
 TEST(ConformanceEncodeContent, UntypedTokenValueWithSeparatorFails) {

@@ -1,0 +1,783 @@
+// Acceptance checks for the well-known header value encoders, driven
+// through wsp_enc_hdr only: one page-1 record per case, the value as it
+// follows the colon (leading blank included).  Every expected octet is
+// worked out by hand from the documented behaviour; dates assume a handset
+// whose local time is UTC (the tests run with TZ=UTC).
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <cstring>
+#include <string>
+
+#include "tarnwspencdec.h"
+#include "wsp_test_support.h"
+
+using wsp_test::hex;
+using wsp_test::OutBuffer;
+using wsp_test::TextCopy;
+
+namespace {
+
+std::string th(const std::string &s) { return hex(reinterpret_cast<const uint8_t *>(s.data()), s.size()); }
+std::string tz(const std::string &s) { return th(s + '\0'); }
+std::string app(const std::string &name, const std::string &value) { return tz(name) + " " + tz(value); }
+
+constexpr uint16_t kHolderMark = 0xBEEF;
+
+// Encodes one page-1 record holding `text`: "OK <bytes>" (plus " holder=N"
+// when the holder's length is not the appended count), or "<status> freed"
+// / "<status> kept" for the output data.
+std::string enc(const std::string &text, const char *version = "1.4", uint16_t size = 512) {
+    TextCopy copy(text);
+    wsp_hdr_page page{};
+    page.page = 1;
+    page.text.data = reinterpret_cast<unsigned char *>(copy.get());
+    page.text.size = static_cast<uint16_t>(text.size() + 1);
+    page.text.length = static_cast<uint16_t>(text.size());
+    page.text.flags = WSP_BUFFER_EXTERNAL;
+    wsp_hdr_page_list list{1, &page};
+    OutBuffer out(size);
+    wsp_hdrbuf holder{kHolderMark, out.get()};
+    int16_t status = static_cast<int16_t>(wsp_enc_hdr(&list, &holder, version));
+    std::string s;
+    if (status == WSP_OK) {
+        s = "OK";
+        std::string bytes = out.written_hex();
+        if (!bytes.empty()) s += " " + bytes;
+        if (holder.length != out->length) s += " holder=" + std::to_string(holder.length);
+    } else {
+        s = std::to_string(status) + (out->data == nullptr ? " freed" : " kept");
+    }
+    return s;
+}
+
+const std::string kFail = "-214 freed";
+
+// ===================================================================
+// A: text or integer
+// ===================================================================
+
+TEST(ConformanceEncodeValues, AgeIsAnIntegerAfterTrimming) {
+    EXPECT_EQ(enc("Age:   300"), "OK 85 02 01 2C");
+    EXPECT_EQ(enc("Age: 30"), "OK 85 9E");
+}
+
+TEST(ConformanceEncodeValues, ContentLengthAndMaxForwards) {
+    EXPECT_EQ(enc("Content-Length: 1024"), "OK 8D 02 04 00");
+    EXPECT_EQ(enc("Content-Length: 0"), "OK 8D 80");
+    EXPECT_EQ(enc("Content-Length: 127"), "OK 8D FF");
+    EXPECT_EQ(enc("Content-Length: 128"), "OK 8D 01 80");
+    EXPECT_EQ(enc("Max-Forwards: 10"), "OK 9E 8A");
+}
+
+TEST(ConformanceEncodeValues, IntegerFromHexadecimalText) {
+    EXPECT_EQ(enc("Content-Length: 0x10"), "OK 8D 90");
+    EXPECT_EQ(enc("Content-Length: 0XFF"), "OK 8D 01 FF");
+}
+
+TEST(ConformanceEncodeValues, OverflowingHexadecimalBecomesLongInteger) {
+    EXPECT_EQ(enc("Content-Length: 0x1FFFFFFFFF"), "OK 8D 05 1F FF FF FF FF");
+    // Nine digits: the odd first digit makes an octet of its own.
+    EXPECT_EQ(enc("Content-Length: 0x123456789"), "OK 8D 05 01 23 45 67 89");
+    // All bits set is taken for an overflow as well.
+    EXPECT_EQ(enc("Content-Length: 0xFFFFFFFF"), "OK 8D 04 FF FF FF FF");
+}
+
+TEST(ConformanceEncodeValues, DecimalOverflowFails) {
+    EXPECT_EQ(enc("Content-Length: 4294967295"), kFail);
+    EXPECT_EQ(enc("Content-Length: 99999999999"), kFail);
+}
+
+TEST(ConformanceEncodeValues, NonNumericIntegerIsZero) {
+    EXPECT_EQ(enc("Content-Length: abc"), "OK 8D 80");
+}
+
+TEST(ConformanceEncodeValues, TextHeadersAreTrimmedTextStrings) {
+    EXPECT_EQ(enc("ETag: \"abc\""), "OK 93 " + tz("\"abc\""));
+    EXPECT_EQ(enc("Host:   www.example.com  "), "OK 96 " + tz("www.example.com"));
+    EXPECT_EQ(enc("Location: http://a/b?c=d"), "OK 9C " + tz("http://a/b?c=d"));
+    EXPECT_EQ(enc("From: user@example.com"), "OK 95 " + tz("user@example.com"));
+    EXPECT_EQ(enc("Server: Apache/1.3"), "OK A6 " + tz("Apache/1.3"));
+    EXPECT_EQ(enc("Content-Base: http://a/"), "OK 8A " + tz("http://a/"));
+    EXPECT_EQ(enc("Content-Location: /x"), "OK 8E " + tz("/x"));
+    EXPECT_EQ(enc("Referer: http://a/"), "OK A4 " + tz("http://a/"));
+    EXPECT_EQ(enc("X-Wap-Content-URI: http://a/c"), "OK B0 " + tz("http://a/c"));
+    EXPECT_EQ(enc("X-Wap-Initiator-URI: http://a/i"), "OK B1 " + tz("http://a/i"));
+}
+
+TEST(ConformanceEncodeValues, TextHeaderCommasAreNotSpecial) {
+    EXPECT_EQ(enc("User-Agent: a, b"), "OK A9 " + tz("a, b"));
+}
+
+TEST(ConformanceEncodeValues, TextHeaderWithHighFirstOctetIsQuoted) {
+    EXPECT_EQ(enc("Server: \xC4pfel"), "OK A6 7F C4 70 66 65 6C 00");
+}
+
+TEST(ConformanceEncodeValues, TextHeaderWithControlCharacterFails) {
+    EXPECT_EQ(enc("Server: a\x02z"), kFail);
+}
+
+TEST(ConformanceEncodeValues, EmptyIntegerOrTextValue) {
+    // An empty number is read as 0; an empty text is a lone NUL.
+    EXPECT_EQ(enc("Age:"), "OK 85 80");
+    EXPECT_EQ(enc("Content-Length:  "), "OK 8D 80");
+    EXPECT_EQ(enc("Host:"), "OK 96 00");
+}
+
+TEST(ConformanceEncodeValues, TextHeaderRoom) {
+    EXPECT_EQ(enc("host: a", "1.4", 3), "OK 96 61 00");
+    EXPECT_EQ(enc("host: a", "1.4", 2), kFail);
+}
+
+// ===================================================================
+// B: Accept-Encoding before 1.3
+// ===================================================================
+
+TEST(ConformanceEncodeValues, AcceptEncodingOneHeaderPerCoding) {
+    EXPECT_EQ(enc("Accept-Encoding: gzip, compress, deflate", "1.2"), "OK 82 80 82 81 82 82");
+    EXPECT_EQ(enc("Accept-Encoding: GZIP", "1.1"), "OK 82 80");
+    EXPECT_EQ(enc("Accept-Encoding: x-gzip", "1.2"), "OK 82 " + tz("x-gzip"));
+}
+
+TEST(ConformanceEncodeValues, AcceptEncodingQualityIsNotSupported) {
+    EXPECT_EQ(enc("Accept-Encoding: gzip;q=0.5", "1.2"), kFail);
+}
+
+TEST(ConformanceEncodeValues, AcceptEncodingEmptyFails) {
+    EXPECT_EQ(enc("Accept-Encoding:", "1.2"), kFail);
+}
+
+// ===================================================================
+// C: token lists with a table
+// ===================================================================
+
+TEST(ConformanceEncodeValues, AcceptRangesNoneFirstMustStandAlone) {
+    EXPECT_EQ(enc("Accept-Ranges: none, bytes"), kFail);
+    EXPECT_EQ(enc("Accept-Ranges: bytes, none"), "OK 84 81 84 80");
+    EXPECT_EQ(enc("Accept-Ranges: none"), "OK 84 80");
+    EXPECT_EQ(enc("Accept-Ranges: Bytes"), "OK 84 81");
+}
+
+TEST(ConformanceEncodeValues, TokenListNeedsAnElement) {
+    EXPECT_EQ(enc("Accept-Ranges:"), kFail);
+    EXPECT_EQ(enc("Content-Encoding:  "), kFail);
+}
+
+TEST(ConformanceEncodeValues, ConnectionAndTransferEncoding) {
+    EXPECT_EQ(enc("Connection: close"), "OK 89 80");
+    EXPECT_EQ(enc("Connection: Keep-Alive"), "OK 89 " + tz("keep-alive"));
+    EXPECT_EQ(enc("Transfer-Encoding: Chunked"), "OK A7 80");
+    EXPECT_EQ(enc("Transfer-Encoding: gzip"), "OK A7 " + tz("gzip"));
+}
+
+TEST(ConformanceEncodeValues, ContentEncoding) {
+    EXPECT_EQ(enc("Content-Encoding: gzip, compress"), "OK 8B 80 8B 81");
+    EXPECT_EQ(enc("Content-Encoding: Deflate"), "OK 8B 82");
+}
+
+TEST(ConformanceEncodeValues, ContentLanguageByCodeOrName) {
+    EXPECT_EQ(enc("Content-Language: en"), "OK 8C 99");
+    EXPECT_EQ(enc("Content-Language: en, fr"), "OK 8C 99 8C A2");
+    EXPECT_EQ(enc("Content-Language: German"), "OK 8C 96");
+    EXPECT_EQ(enc("Content-Language: xx"), "OK 8C " + tz("xx"));
+}
+
+TEST(ConformanceEncodeValues, ContentLanguageAbove127IsALongInteger) {
+    EXPECT_EQ(enc("Content-Language: la"), "OK 8C 01 8B");
+    EXPECT_EQ(enc("Content-Language: rhaeto-romance"), "OK 8C 01 8C");
+}
+
+TEST(ConformanceEncodeValues, PublicMethodsAreCaseSensitive) {
+    EXPECT_EQ(enc("Public: GET, POST"), "OK A2 C0 A2 E0");
+    EXPECT_EQ(enc("Public: OPTIONS"), "OK A2 C1");
+    EXPECT_EQ(enc("Public: get"), "OK A2 " + tz("get"));
+}
+
+TEST(ConformanceEncodeValues, TokenListRoomCheckAfterCodeOctet) {
+    EXPECT_EQ(enc("Connection: close", "1.4", 3), "OK 89 80");
+    EXPECT_EQ(enc("Connection: close", "1.4", 2), kFail);
+    EXPECT_EQ(enc("Connection: close", "1.4", 1), kFail);
+}
+
+// ===================================================================
+// D: Allow
+// ===================================================================
+
+TEST(ConformanceEncodeValues, AllowMethodsAndNumbers) {
+    EXPECT_EQ(enc("Allow: GET, 0x41"), "OK 86 C0 86 C1");
+    EXPECT_EQ(enc("Allow: POST, PUT"), "OK 86 E0 86 E1");
+    EXPECT_EQ(enc("Allow: 100"), "OK 86 E4");
+    EXPECT_EQ(enc("Allow: 64, 127"), "OK 86 C0 86 FF");
+    EXPECT_EQ(enc("Allow: 0X60"), "OK 86 E0");
+}
+
+TEST(ConformanceEncodeValues, AllowRefusesUnknownMethods) {
+    EXPECT_EQ(enc("Allow: get"), kFail);
+    EXPECT_EQ(enc("Allow: 63"), kFail);
+    EXPECT_EQ(enc("Allow: 128"), kFail);
+    EXPECT_EQ(enc("Allow: 0x80"), kFail);
+    EXPECT_EQ(enc("Allow:"), kFail);
+}
+
+// ===================================================================
+// E: Cache-Control
+// ===================================================================
+
+TEST(ConformanceEncodeValues, CacheControlExample) {
+    EXPECT_EQ(enc("Cache-Control: no-cache, max-age=60"), "OK C7 80 C7 02 82 BC");
+}
+
+TEST(ConformanceEncodeValues, CacheControlDirectivesWithoutArgument) {
+    EXPECT_EQ(enc("Cache-Control: no-cache, no-store, must-revalidate"), "OK C7 80 C7 81 C7 89");
+    EXPECT_EQ(enc("Cache-Control: max-stale"), "OK C7 83");
+    EXPECT_EQ(enc("Cache-Control: only-if-cached"), "OK C7 85");
+    EXPECT_EQ(enc("Cache-Control: public"), "OK C7 86");
+    EXPECT_EQ(enc("Cache-Control: private"), "OK C7 87");
+    EXPECT_EQ(enc("Cache-Control: no-transform"), "OK C7 88");
+    EXPECT_EQ(enc("Cache-Control: proxy-revalidate"), "OK C7 8A");
+    EXPECT_EQ(enc("Cache-Control: No-Cache"), "OK C7 80");
+}
+
+TEST(ConformanceEncodeValues, CacheControlMaxAgeAndMinFreshNeedAnArgument) {
+    EXPECT_EQ(enc("Cache-Control: max-age"), kFail);
+    EXPECT_EQ(enc("Cache-Control: min-fresh"), kFail);
+    EXPECT_EQ(enc("Cache-Control: min-fresh=5"), "OK C7 02 84 85");
+}
+
+TEST(ConformanceEncodeValues, CacheControlDirectivesThatTakeNoArgument) {
+    for (const char *d : {"no-store", "only-if-cached", "public", "no-transform", "must-revalidate",
+                          "proxy-revalidate"}) {
+        EXPECT_EQ(enc(std::string("Cache-Control: ") + d + "=1"), kFail) << d;
+    }
+}
+
+TEST(ConformanceEncodeValues, CacheControlIntegerArguments) {
+    EXPECT_EQ(enc("Cache-Control: max-stale=10"), "OK C7 02 83 8A");
+    EXPECT_EQ(enc("Cache-Control: max-age=0x10"), "OK C7 02 82 90");
+    EXPECT_EQ(enc("Cache-Control: max-age=3600"), "OK C7 04 82 02 0E 10");
+}
+
+TEST(ConformanceEncodeValues, CacheControlSMaxAgeOnlyUnder14) {
+    EXPECT_EQ(enc("Cache-Control: s-maxage=30", "1.4"), "OK C7 02 8B 9E");
+    EXPECT_EQ(enc("Cache-Control: s-maxage=30", "1.3"), "OK BD 0A " + tz("s-maxage") + " 9E");
+    EXPECT_EQ(enc("Cache-Control: s-maxage=30", "1.2"), "OK 88 0A " + tz("s-maxage") + " 9E");
+    EXPECT_EQ(enc("Cache-Control: s-maxage", "1.4"), "OK C7 8B");
+    EXPECT_EQ(enc("Cache-Control: s-maxage", "1.3"), "OK BD " + tz("s-maxage"));
+}
+
+TEST(ConformanceEncodeValues, CacheControlFieldNameLists) {
+    EXPECT_EQ(enc("Cache-Control: private=\"set-cookie, content-length\""), "OK C7 03 87 C1 8D");
+    EXPECT_EQ(enc("Cache-Control: no-cache=\"x-foo\""), "OK C7 07 80 " + tz("x-foo"));
+    EXPECT_EQ(enc("Cache-Control: no-cache=\"Cache-Control\""), "OK C7 02 80 88");
+}
+
+TEST(ConformanceEncodeValues, CacheControlFieldNameListMustBeQuotedAndNonEmpty) {
+    EXPECT_EQ(enc("Cache-Control: private=set-cookie"), kFail);
+    EXPECT_EQ(enc("Cache-Control: no-cache=\"\""), kFail);
+}
+
+TEST(ConformanceEncodeValues, CacheControlUnknownDirectives) {
+    EXPECT_EQ(enc("Cache-Control: foo"), "OK C7 " + tz("foo"));
+    EXPECT_EQ(enc("Cache-Control: foo=bar"), "OK C7 08 " + tz("foo") + " " + tz("bar"));
+    EXPECT_EQ(enc("Cache-Control: foo=1.5"), "OK C7 08 " + tz("foo") + " " + tz("1.5"));
+    EXPECT_EQ(enc("Cache-Control: foo=\"a.b\""), "OK C7 09 " + tz("foo") + " 22 61 2E 62 00");
+    EXPECT_EQ(enc("Cache-Control: foo=300"), "OK C7 07 " + tz("foo") + " 02 01 2C");
+    EXPECT_EQ(enc("Cache-Control: foo=12"), "OK C7 05 " + tz("foo") + " 8C");
+}
+
+TEST(ConformanceEncodeValues, CacheControlUnclosedQuoteKeepsItsNulOutOfTheCount) {
+    // The Quoted-string writer counts L octets for a text of L characters;
+    // without a closing quotation mark its NUL falls past them.
+    EXPECT_EQ(enc("Cache-Control: foo=\"a.b"), "OK C7 08 " + tz("foo") + " 22 61 2E 62");
+}
+
+TEST(ConformanceEncodeValues, CacheControlWithoutDirectiveFails) {
+    EXPECT_EQ(enc("Cache-Control:"), kFail);
+    EXPECT_EQ(enc("Cache-Control:   "), kFail);
+}
+
+// ===================================================================
+// F: Pragma
+// ===================================================================
+
+TEST(ConformanceEncodeValues, PragmaNoCache) {
+    EXPECT_EQ(enc("Pragma: no-cache"), "OK 9F 80");
+    EXPECT_EQ(enc("Pragma: No-Cache"), "OK 9F 80");
+}
+
+TEST(ConformanceEncodeValues, PragmaOtherElementsAreParameters) {
+    EXPECT_EQ(enc("Pragma: foo=bar"), "OK 9F 08 " + tz("foo") + " " + tz("bar"));
+    EXPECT_EQ(enc("Pragma: no-cache, foo"), "OK 9F 80 9F 05 " + tz("foo") + " 00");
+    EXPECT_EQ(enc("Pragma: q=0.5"), "OK 9F 02 80 33");
+    EXPECT_EQ(enc("Pragma: start=x"), kFail);
+}
+
+// ===================================================================
+// G: text lists
+// ===================================================================
+
+TEST(ConformanceEncodeValues, IfMatchOneHeaderPerEntityTag) {
+    EXPECT_EQ(enc("If-Match: \"abc\", \"def\""), "OK 98 " + tz("\"abc\"") + " 98 " + tz("\"def\""));
+    EXPECT_EQ(enc("If-Match: *"), "OK 98 2A 00");
+}
+
+TEST(ConformanceEncodeValues, IfMatchStarNotFirstIsAnOrdinaryTag) {
+    EXPECT_EQ(enc("If-Match: \"a\", *"), "OK 98 " + tz("\"a\"") + " 98 2A 00");
+}
+
+TEST(ConformanceEncodeValues, IfNoneMatchLeadingStarMustStandAlone) {
+    EXPECT_EQ(enc("If-None-Match: *"), "OK 99 2A 00");
+    EXPECT_EQ(enc("If-None-Match: *, \"a\""), kFail);
+    EXPECT_EQ(enc("If-None-Match: \"a\", *"), "OK 99 " + tz("\"a\"") + " 99 2A 00");
+}
+
+TEST(ConformanceEncodeValues, UpgradeAndViaKeepTheirCase) {
+    EXPECT_EQ(enc("Upgrade: HTTP/2.0, SHTTP/1.3"), "OK A8 " + tz("HTTP/2.0") + " A8 " + tz("SHTTP/1.3"));
+    EXPECT_EQ(enc("Via: 1.0 fred, 1.1 nowhere.com (Apache/1.1)"),
+              "OK AB " + tz("1.0 fred") + " AB " + tz("1.1 nowhere.com (Apache/1.1)"));
+}
+
+TEST(ConformanceEncodeValues, TextListNeedsAnElement) {
+    EXPECT_EQ(enc("Via:"), kFail);
+    EXPECT_EQ(enc("If-Match:"), kFail);
+}
+
+// ===================================================================
+// H: Authorization, Proxy-Authorization
+// ===================================================================
+
+TEST(ConformanceEncodeValues, BasicCredentialsAreSentAsWritten) {
+    EXPECT_EQ(enc("Authorization: Basic user:pass"), "OK 87 0B 80 " + tz("user") + " " + tz("pass"));
+    EXPECT_EQ(enc("Authorization: BASIC Aladdin:open sesame"),
+              "OK 87 15 80 " + tz("Aladdin") + " " + tz("open sesame"));
+    EXPECT_EQ(enc("Proxy-Authorization: basic :pass"), "OK A1 07 80 00 " + tz("pass"));
+}
+
+TEST(ConformanceEncodeValues, BasicCredentialsNeedAColon) {
+    EXPECT_EQ(enc("Authorization: Basic dXNlcjpwYXNz"), kFail);
+}
+
+TEST(ConformanceEncodeValues, OtherSchemeWithParameters) {
+    EXPECT_EQ(enc("Authorization: Digest username=\"Mufasa\", realm=\"test\""),
+              "OK 87 1F 24 " + tz("digest") + " " + tz("username") + " 22 6D 75 66 61 73 61 00 " + tz("realm") +
+                  " 22 74 65 73 74 00");
+}
+
+// ===================================================================
+// I: Content-Disposition
+// ===================================================================
+
+TEST(ConformanceEncodeValues, ContentDispositionWithFilename) {
+    EXPECT_EQ(enc("Content-Disposition: attachment; filename=foo.txt", "1.4"), "OK C5 0A 81 98 " + tz("foo.txt"));
+    EXPECT_EQ(enc("Content-Disposition: attachment; filename=foo.txt", "1.1"), "OK AE 0A 81 86 " + tz("foo.txt"));
+    EXPECT_EQ(enc("Content-Disposition: Attachment; Filename=Foo.TXT", "1.4"), "OK C5 0A 81 98 " + tz("foo.txt"));
+}
+
+TEST(ConformanceEncodeValues, ContentDispositionFormData) {
+    EXPECT_EQ(enc("Content-Disposition: form-data; name=\"field1\"", "1.1"),
+              "OK AE 0B 80 85 " + tz("\"field1\""));
+    EXPECT_EQ(enc("Content-Disposition: form-data; name=\"field1\"", "1.4"),
+              "OK C5 0A 80 97 22 66 69 65 6C 64 31 00");
+}
+
+TEST(ConformanceEncodeValues, ContentDispositionValues) {
+    EXPECT_EQ(enc("Content-Disposition: inline"), "OK C5 01 82");
+    EXPECT_EQ(enc("Content-Disposition: x-foo"), "OK C5 06 " + tz("x-foo"));
+    EXPECT_EQ(enc("Content-Disposition: attachment; start=x"), kFail);
+}
+
+// ===================================================================
+// J: Content-MD5
+// ===================================================================
+
+TEST(ConformanceEncodeValues, ContentMd5SixteenGroups) {
+    EXPECT_EQ(enc("Content-MD5: 0xd40x1d0x8c0xd90x8f0x000xb20x040xe90x800x090x980xec0xf80x420x7e"),
+              "OK 8F 10 D4 1D 8C D9 8F 00 B2 04 E9 80 09 98 EC F8 42 7E");
+}
+
+TEST(ConformanceEncodeValues, ContentMd5OneDigitGroups) {
+    EXPECT_EQ(enc("Content-MD5: 0x10x20X30xab0x40x50x60x70x80x90xa0xb0xc0xd0xe0xf0"),
+              "OK 8F 10 01 02 03 AB 04 05 06 07 08 09 0A 0B 0C 0D 0E F0");
+}
+
+TEST(ConformanceEncodeValues, ContentMd5Failures) {
+    // Fifteen groups.
+    EXPECT_EQ(enc("Content-MD5: 0xd40x1d0x8c0xd90x8f0x000xb20x040xe90x800x090x980xec0xf80x42"), kFail);
+    // Plain hexadecimal without the group prefixes.
+    EXPECT_EQ(enc("Content-MD5: d41d8cd98f00b204e9800998ecf8427e"), kFail);
+}
+
+TEST(ConformanceEncodeValues, ContentMd5NeedsRoomForSeventeenOctets) {
+    const std::string line = "Content-MD5: 0x10x20x30x40x50x60x70x80x90xa0xb0xc0xd0xe0xf0x10";
+    EXPECT_EQ(enc(line, "1.4", 18), "OK 8F 10 01 02 03 04 05 06 07 08 09 0A 0B 0C 0D 0E 0F 10");
+    EXPECT_EQ(enc(line, "1.4", 17), kFail);
+}
+
+// ===================================================================
+// K: Content-Range, L: Range
+// ===================================================================
+
+TEST(ConformanceEncodeValues, ContentRange) {
+    EXPECT_EQ(enc("Content-Range: bytes 0-499/1234", "1.2"), "OK 90 03 00 89 52");
+    EXPECT_EQ(enc("Content-Range: bytes 500-999/1234", "1.2"), "OK 90 04 83 74 89 52");
+    EXPECT_EQ(enc("Content-Range: Bytes 0-1/2", "1.2"), "OK 90 02 00 02");
+    EXPECT_EQ(enc("Content-Range: bytes 0-499/1234", "1.3"), "OK BE 03 00 89 52");
+}
+
+TEST(ConformanceEncodeValues, ContentRangeUnknownLengthFrom13) {
+    EXPECT_EQ(enc("Content-Range: bytes 0-499/*", "1.3"), "OK BE 02 00 80");
+}
+
+TEST(ConformanceEncodeValues, ContentRangeNeedsBytesAndBlank) {
+    EXPECT_EQ(enc("Content-Range: items 0-1/2"), kFail);
+    EXPECT_EQ(enc("Content-Range: bytes0-1/2"), kFail);
+}
+
+TEST(ConformanceEncodeValues, RangeForms) {
+    EXPECT_EQ(enc("Range: bytes=0-499"), "OK A3 04 80 00 83 73");
+    EXPECT_EQ(enc("Range: bytes=500-"), "OK A3 03 80 83 74");
+    EXPECT_EQ(enc("Range: bytes=-500"), "OK A3 03 81 83 74");
+    EXPECT_EQ(enc("Range: bytes=0-0,-1"), "OK A3 03 80 00 00 A3 02 81 01");
+    EXPECT_EQ(enc("Range: Bytes=0-1"), "OK A3 03 80 00 01");
+}
+
+TEST(ConformanceEncodeValues, RangeFailures) {
+    EXPECT_EQ(enc("Range: items=0-1"), kFail);
+    EXPECT_EQ(enc("Range: bytes="), kFail);
+}
+
+// ===================================================================
+// M: Retry-After, N: Vary, O: Warning
+// ===================================================================
+
+TEST(ConformanceEncodeValues, RetryAfterSeconds) {
+    EXPECT_EQ(enc("Retry-After: 120"), "OK A5 02 81 F8");
+    EXPECT_EQ(enc("Retry-After: 3600"), "OK A5 04 81 02 0E 10");
+}
+
+TEST(ConformanceEncodeValues, RetryAfterDate) {
+    EXPECT_EQ(enc("Retry-After: Fri, 31 Dec 1999 23:59:59 GMT"), "OK A5 06 80 04 38 6D 43 7F");
+    EXPECT_EQ(enc("Retry-After: sun, 06 nov 1994 08:49:37 gmt"), "OK A5 06 80 04 2E BC 98 A1");
+}
+
+TEST(ConformanceEncodeValues, RetryAfterScratchIsSizedOnTheValueText) {
+    // The value is built in a scratch of the value text's length plus one,
+    // and a Short-integer never fills a buffer to its last octet: without
+    // the blank after the colon a one-digit value has no room.
+    EXPECT_EQ(enc("Retry-After: 5"), "OK A5 02 81 85");
+    EXPECT_EQ(enc("Retry-After:5"), kFail);
+    EXPECT_EQ(enc("Retry-After:"), kFail);
+}
+
+TEST(ConformanceEncodeValues, RetryAfterBadDateFails) {
+    EXPECT_EQ(enc("Retry-After: fri, 31 foo 1999 23:59:59 gmt"), kFail);
+}
+
+TEST(ConformanceEncodeValues, VaryStarAndNames) {
+    EXPECT_EQ(enc("Vary: *"), "OK AA 2A 00");
+    EXPECT_EQ(enc("Vary: Accept-Encoding, User-Agent"), "OK AA 82 AA A9");
+    EXPECT_EQ(enc("Vary: cache-control"), "OK AA 88");
+    EXPECT_EQ(enc("Vary: x-foo"), "OK AA " + tz("x-foo"));
+    EXPECT_EQ(enc("Vary:"), kFail);
+}
+
+TEST(ConformanceEncodeValues, WarningCodeOnly) {
+    EXPECT_EQ(enc("Warning: 10"), "OK AC 8A");
+    EXPECT_EQ(enc("Warning: 10, 20"), "OK AC 8A AC 94");
+}
+
+TEST(ConformanceEncodeValues, WarningWithAgentAndText) {
+    EXPECT_EQ(enc("Warning: 10 agent \"text\""), "OK AC 0E 8A " + tz("agent") + " " + tz("\"text\""));
+    EXPECT_EQ(enc("Warning: 99 proxy.example.com \"Miscellaneous warning\""),
+              "OK AC 1F 2B E3 " + tz("proxy.example.com") + " " + tz("\"Miscellaneous warning\""));
+}
+
+TEST(ConformanceEncodeValues, WarningCodeMustBeTwoCharacters) {
+    EXPECT_EQ(enc("Warning: 110"), kFail);
+    EXPECT_EQ(enc("Warning: 1"), kFail);
+}
+
+// ===================================================================
+// P: X-Wap-Application-Id, Q: Accept-Application, R: Bearer/Push-Flag
+// ===================================================================
+
+TEST(ConformanceEncodeValues, ApplicationIdKnownCodes) {
+    EXPECT_EQ(enc("X-Wap-Application-Id: x-wap-application:mms.ua"), "OK AF 84");
+    EXPECT_EQ(enc("X-Wap-Application-Id: X-WAP-Application:MMS.UA"), "OK AF 84");
+    EXPECT_EQ(enc("X-Wap-Application-Id: x-wap-application:push.sia"), "OK AF 81");
+    EXPECT_EQ(enc("X-Wap-Application-Id: x-vantrell:location.ua"), "OK AF 02 80 05");
+    EXPECT_EQ(enc("X-Wap-Application-Id: x-microsoft:drm.license"), "OK AF 02 90 35");
+}
+
+TEST(ConformanceEncodeValues, ApplicationIdUnknownIsTokenText) {
+    EXPECT_EQ(enc("X-Wap-Application-Id: x-foo.ua"), "OK AF " + tz("x-foo.ua"));
+    // A colon is a separator: not a Token-text.
+    EXPECT_EQ(enc("X-Wap-Application-Id: x-foo:bar"), kFail);
+}
+
+TEST(ConformanceEncodeValues, ApplicationIdEmptyWritesNothing) {
+    EXPECT_EQ(enc("X-Wap-Application-Id:"), "OK");
+    EXPECT_EQ(enc("age: 1\nX-Wap-Application-Id:  \nage: 2"), "OK 85 81 85 82");
+}
+
+TEST(ConformanceEncodeValues, ApplicationIdTakesOneElement) {
+    EXPECT_EQ(enc("X-Wap-Application-Id: x-wap-application:mms.ua, x-wap-application:wml.ua"), kFail);
+}
+
+TEST(ConformanceEncodeValues, AcceptApplication) {
+    EXPECT_EQ(enc("Accept-Application: x-wap-application:wml.ua, *"), "OK B2 82 B2 80");
+    EXPECT_EQ(enc("Accept-Application: *, x-wap-application:wml.ua"), "OK B2 80");
+    EXPECT_EQ(enc("Accept-Application: x-wap-application:syncml.dm"), "OK B2 87");
+    EXPECT_EQ(enc("Accept-Application: x-oma-application:ulp.ua"), "OK B2 90");
+    EXPECT_EQ(enc("Accept-Application: x-oma-vantrell:screen3.ua"), "OK B2 02 90 1E");
+    EXPECT_EQ(enc("Accept-Application: foo.ua"), "OK B2 " + tz("foo.ua"));
+}
+
+TEST(ConformanceEncodeValues, BearerIndicationAndPushFlag) {
+    EXPECT_EQ(enc("Bearer-Indication: 3"), "OK B3 83");
+    EXPECT_EQ(enc("Bearer-Indication: 300"), "OK B3 02 01 2C");
+    EXPECT_EQ(enc("Push-Flag: 7"), "OK B4 87");
+    EXPECT_EQ(enc("Push-Flag: 0"), "OK B4 80");
+}
+
+TEST(ConformanceEncodeValues, BearerIndicationAndPushFlagFailures) {
+    EXPECT_EQ(enc("Push-Flag: 8"), kFail);
+    EXPECT_EQ(enc("Push-Flag: 1, 2"), kFail);
+    EXPECT_EQ(enc("Bearer-Indication: 1, 2"), kFail);
+}
+
+// ===================================================================
+// S: Proxy-Authenticate, WWW-Authenticate
+// ===================================================================
+
+TEST(ConformanceEncodeValues, ProxyAuthenticateKeepsTheSchemeAsToken) {
+    EXPECT_EQ(enc("Proxy-Authenticate: Basic realm=\"WallyWorld\""),
+              "OK A0 11 " + tz("Basic") + " " + tz("WallyWorld"));
+    EXPECT_EQ(enc("Proxy-Authenticate: basic REALM=\"x\""), "OK A0 08 " + tz("basic") + " " + tz("x"));
+}
+
+TEST(ConformanceEncodeValues, ProxyAuthenticateFurtherParameters) {
+    EXPECT_EQ(enc("Proxy-Authenticate: Digest realm=\"testrealm@host.com\", qop=\"auth\""),
+              "OK A0 1F 24 " + tz("Digest") + " " + tz("testrealm@host.com") + " " + tz("qop") +
+                  " 22 61 75 74 68 00");
+}
+
+TEST(ConformanceEncodeValues, ProxyAuthenticateNeedsAQuotedRealm) {
+    EXPECT_EQ(enc("Proxy-Authenticate: Basic realm=WallyWorld"), kFail);
+    EXPECT_EQ(enc("Proxy-Authenticate: Basic"), kFail);
+    EXPECT_EQ(enc("Proxy-Authenticate: Basic foo=\"x\""), kFail);
+}
+
+TEST(ConformanceEncodeValues, WwwAuthenticateBasicShortForm) {
+    EXPECT_EQ(enc("WWW-Authenticate: basic realm=\"x\""), "OK AD 03 80 78 00");
+    // Only the lower-case scheme takes the short form.
+    EXPECT_EQ(enc("WWW-Authenticate: Basic realm=\"x\""), "OK AD 08 " + tz("Basic") + " " + tz("x"));
+}
+
+TEST(ConformanceEncodeValues, WwwAuthenticateSeveralChallenges) {
+    EXPECT_EQ(enc("WWW-Authenticate: basic realm=\"a\", digest realm=\"b\""),
+              "OK AD 03 80 61 00 AD 09 " + tz("digest") + " " + tz("b"));
+}
+
+TEST(ConformanceEncodeValues, WwwAuthenticateBasicWithParametersKeepsToken) {
+    EXPECT_EQ(enc("WWW-Authenticate: basic realm=\"a\", charset=\"UTF-8\""),
+              "OK AD 17 " + tz("basic") + " " + tz("a") + " " + tz("charset") + " 22 75 74 66 2D 38 00");
+}
+
+TEST(ConformanceEncodeValues, WwwAuthenticateLaterRealmWithoutCommaFails) {
+    EXPECT_EQ(enc("WWW-Authenticate: basic realm=\"a\" digest realm=\"b\""), kFail);
+}
+
+TEST(ConformanceEncodeValues, WwwAuthenticateEmptyFails) {
+    EXPECT_EQ(enc("WWW-Authenticate:"), kFail);
+}
+
+// ===================================================================
+// T: Expect, U: TE, V: Trailer
+// ===================================================================
+
+TEST(ConformanceEncodeValues, Expect100Continue) {
+    EXPECT_EQ(enc("Expect: 100-continue"), "OK B8 80");
+    EXPECT_EQ(enc("Expect: 100-Continue"), "OK B8 80");
+}
+
+TEST(ConformanceEncodeValues, ExpectExtensionsKeepTheirCase) {
+    EXPECT_EQ(enc("Expect: foo=bar"), "OK B8 08 " + tz("foo") + " " + tz("bar"));
+    EXPECT_EQ(enc("Expect: Foo=\"Bar\";p;q=\"v\""),
+              "OK B8 11 " + tz("Foo") + " 22 42 61 72 00 " + tz("p") + " 00 " + tz("q") + " 22 76 00");
+}
+
+TEST(ConformanceEncodeValues, TeCodings) {
+    EXPECT_EQ(enc("TE: trailers"), "OK B9 81");
+    EXPECT_EQ(enc("TE: chunked"), "OK B9 01 82");
+    EXPECT_EQ(enc("TE: identity"), "OK B9 01 83");
+    EXPECT_EQ(enc("TE: deflate, trailers"), "OK B9 01 86 B9 81");
+    EXPECT_EQ(enc("TE: foo"), "OK B9 04 " + tz("foo"));
+}
+
+TEST(ConformanceEncodeValues, TeQParameter) {
+    EXPECT_EQ(enc("TE: gzip;q=0.5"), "OK B9 03 84 80 33");
+    EXPECT_EQ(enc("TE: Chunked;Q=1"), "OK B9 03 82 80 00");
+    EXPECT_EQ(enc("TE: gzip;x=1"), kFail);
+}
+
+TEST(ConformanceEncodeValues, TeEmptyValueIsTheBareCode) {
+    EXPECT_EQ(enc("TE:"), "OK B9");
+    EXPECT_EQ(enc("TE:   "), "OK B9");
+}
+
+TEST(ConformanceEncodeValues, TeEmptyCodingIsTheFirstTableRow) {
+    EXPECT_EQ(enc("TE: gzip, ;"), "OK B9 01 84 B9 01 80");
+}
+
+TEST(ConformanceEncodeValues, TrailerNames) {
+    EXPECT_EQ(enc("Trailer: content-md5, x-foo"), "OK BA 8F BA " + tz("x-foo"));
+    EXPECT_EQ(enc("Trailer: Expires"), "OK BA 94");
+    EXPECT_EQ(enc("Trailer: cache-control"), "OK BA 88");
+}
+
+TEST(ConformanceEncodeValues, TrailerRefusesFramingHeaders) {
+    EXPECT_EQ(enc("Trailer: transfer-encoding"), kFail);
+    EXPECT_EQ(enc("Trailer: Content-Length"), kFail);
+    EXPECT_EQ(enc("Trailer: x-foo, trailer"), kFail);
+}
+
+// ===================================================================
+// W: Content-ID, Y: Encoding-Version, Z: X-Wap-Security
+// ===================================================================
+
+TEST(ConformanceEncodeValues, ContentIdIsLowerCasedQuotedString) {
+    EXPECT_EQ(enc("Content-ID: <Abc.1>"), "OK C0 22 3C 61 62 63 2E 31 3E 00");
+}
+
+TEST(ConformanceEncodeValues, ContentIdNeedsAngleBrackets) {
+    EXPECT_EQ(enc("Content-ID: abc"), kFail);
+    EXPECT_EQ(enc("Content-ID: <abc"), kFail);
+    EXPECT_EQ(enc("Content-ID: abc>"), kFail);
+}
+
+TEST(ConformanceEncodeValues, EncodingVersionShortForms) {
+    EXPECT_EQ(enc("Encoding-Version: 1.0"), "OK C3 9F");
+    EXPECT_EQ(enc("Encoding-Version: 1.3"), "OK C3 93");
+    EXPECT_EQ(enc("Encoding-Version: 1"), "OK C3 9F");
+    EXPECT_EQ(enc("Encoding-Version: 2.0"), "OK C3 AF");
+    EXPECT_EQ(enc("Encoding-Version: 7.9"), "OK C3 F9");
+}
+
+TEST(ConformanceEncodeValues, EncodingVersionTextForms) {
+    EXPECT_EQ(enc("Encoding-Version: 1.15"), "OK C3 " + tz("1.15"));
+    EXPECT_EQ(enc("Encoding-Version: 1.14"), "OK C3 " + tz("1.14"));
+    EXPECT_EQ(enc("Encoding-Version: 8.0"), "OK C3 " + tz("8.0"));
+}
+
+TEST(ConformanceEncodeValues, EncodingVersionEmptyIsAnEmptyText) {
+    // No numeric form: the (empty) value goes out as a Text-string.
+    EXPECT_EQ(enc("Encoding-Version:"), "OK C3 00");
+    EXPECT_EQ(enc("Encoding-Version:   "), "OK C3 00");
+}
+
+TEST(ConformanceEncodeValues, EncodingVersionOctetMayFillTheOutput) {
+    // The numeric Version-value octet is written without a room test.
+    EXPECT_EQ(enc("Encoding-Version: 1.3", "1.4", 2), "OK C3 93");
+    EXPECT_EQ(enc("Encoding-Version: 1.3", "1.4", 1), kFail);
+}
+
+TEST(ConformanceEncodeValues, EncodingVersionWithCodePage) {
+    EXPECT_EQ(enc("Encoding-Version: 16 1.2"), "OK C3 02 90 92");
+    EXPECT_EQ(enc("Encoding-Version: 16 1.15"), "OK C3 06 90 " + tz("1.15"));
+}
+
+TEST(ConformanceEncodeValues, XWapSecurity) {
+    EXPECT_EQ(enc("X-Wap-Security: close-subordinate"), "OK C6 80");
+    EXPECT_EQ(enc("X-Wap-Security: Close-Subordinate; x"), "OK C6 80");
+    EXPECT_EQ(enc("X-Wap-Security: open"), kFail);
+}
+
+// ===================================================================
+// Dates: Date, Expires, If-Modified-Since, If-Unmodified-Since,
+// Last-Modified, X-Wap-Tod, If-Range
+// ===================================================================
+
+TEST(ConformanceEncodeDates, Rfc1123Form) {
+    EXPECT_EQ(enc("Date: Sun, 06 Nov 1994 08:49:37 GMT"), "OK 92 04 2E BC 98 A1");
+    EXPECT_EQ(enc("If-Modified-Since: Fri, 31 Dec 1999 23:59:59 GMT"), "OK 97 04 38 6D 43 7F");
+    EXPECT_EQ(enc("If-Unmodified-Since: Sun, 02 Jan 2005 03:04:05 GMT"), "OK 9B 04 41 D7 64 A5");
+}
+
+TEST(ConformanceEncodeDates, AsctimeForm) {
+    EXPECT_EQ(enc("Last-Modified: Sun Nov  6 08:49:37 1994"), "OK 9D 04 2E BC 98 A1");
+}
+
+TEST(ConformanceEncodeDates, Rfc850FormIsAccepted) {
+    // The two-digit year is taken as written; the value it then carries is
+    // not part of the contract, only its Long-integer form.
+    std::string r = enc("Expires: Sunday, 06-Nov-94 08:49:37 GMT");
+    ASSERT_EQ(r.substr(0, 6), "OK 94 ");
+    const std::string octets = r.substr(6);
+    const unsigned n = static_cast<unsigned>(std::stoul(octets.substr(0, 2), nullptr, 16));
+    EXPECT_GE(n, 1u);
+    EXPECT_LE(n, 4u);
+    EXPECT_EQ(octets.size(), 2 + 3 * n);
+}
+
+TEST(ConformanceEncodeDates, YearRangeOf1123AndAsctime) {
+    EXPECT_EQ(enc("Date: Thu, 01 Jan 1970 00:00:00 GMT"), "OK 92 01 00");
+    EXPECT_EQ(enc("Date: Tue, 31 Dec 2069 23:59:59 GMT"), "OK 92 04 BC 19 13 7F");
+    EXPECT_EQ(enc("Date: Sun, 06 Nov 2070 08:49:37 GMT"), kFail);
+    EXPECT_EQ(enc("Date: Wed, 31 Dec 1969 23:59:59 GMT"), kFail);
+    EXPECT_EQ(enc("Date: Sun Nov  6 08:49:37 2070"), kFail);
+}
+
+TEST(ConformanceEncodeDates, TrailingGmtIsOptional) {
+    EXPECT_EQ(enc("Date: Sun, 06 Nov 1994 08:49:37"), "OK 92 04 2E BC 98 A1");
+}
+
+TEST(ConformanceEncodeDates, SurplusOrWrongTrailingWordFails) {
+    EXPECT_EQ(enc("Date: Sun, 06 Nov 1994 08:49:37 GMT x"), kFail);
+    EXPECT_EQ(enc("Date: Sun, 06 Nov 1994 08:49:37 UTC"), kFail);
+    EXPECT_EQ(enc("Date: Sunday, 06-Nov-94 08:49:37 GMT x"), kFail);
+    EXPECT_EQ(enc("Date: Sun Nov  6 08:49:37 1994 GMT"), kFail);
+}
+
+TEST(ConformanceEncodeDates, UnknownDayOrMonthFails) {
+    EXPECT_EQ(enc("Date: Sunday 06 Nov 1994 08:49:37 GMT"), kFail);
+    EXPECT_EQ(enc("Date: Sux, 06 Nov 1994 08:49:37 GMT"), kFail);
+    EXPECT_EQ(enc("Date: Sun, 06 Nox 1994 08:49:37 GMT"), kFail);
+    EXPECT_EQ(enc("Date: Sun Nox  6 08:49:37 1994"), kFail);
+    EXPECT_EQ(enc("Date: Sunday, 06-Nox-94 08:49:37 GMT"), kFail);
+}
+
+TEST(ConformanceEncodeDates, TimeParts) {
+    EXPECT_EQ(enc("Date: Sun, 06 Nov 1994 08:49:37:00 GMT"), kFail);
+    // A missing second stays 0.
+    EXPECT_EQ(enc("Date: Sun, 06 Nov 1994 08:49 GMT"), "OK 92 04 2E BC 98 7C");
+}
+
+TEST(ConformanceEncodeDates, Rfc850FourthDatePartFails) {
+    EXPECT_EQ(enc("Date: Sunday, 06-Nov-94-1 08:49:37 GMT"), kFail);
+}
+
+TEST(ConformanceEncodeDates, XWapTodFrom13) {
+    EXPECT_EQ(enc("X-Wap-Tod: Sun, 06 Nov 1994 08:49:37 GMT", "1.3"), "OK BF 04 2E BC 98 A1");
+    EXPECT_EQ(enc("X-Wap-Tod: Sun, 06 Nov 1994 08:49:37 GMT", "1.2"),
+              "OK " + app("x-wap-tod", " Sun, 06 Nov 1994 08:49:37 GMT"));
+}
+
+TEST(ConformanceEncodeDates, DateRoom) {
+    EXPECT_EQ(enc("Date: Sun, 06 Nov 1994 08:49:37 GMT", "1.4", 6), "OK 92 04 2E BC 98 A1");
+    EXPECT_EQ(enc("Date: Sun, 06 Nov 1994 08:49:37 GMT", "1.4", 5), kFail);
+    EXPECT_EQ(enc("Date: Sun, 06 Nov 1994 08:49:37 GMT", "1.4", 1), kFail);
+}
+
+TEST(ConformanceEncodeDates, IfRangeDateOrEntityTag) {
+    EXPECT_EQ(enc("If-Range:Sun, 06 Nov 1994 08:49:37 GMT"), "OK 9A 04 2E BC 98 A1");
+    EXPECT_EQ(enc("If-Range: \"ABC\""), "OK 9A " + tz("\"abc\""));
+}
+
+TEST(ConformanceEncodeDates, IfRangeLooksAtTheValueAsItStands) {
+    // The day-name test sees the leading blank, so this value is sent as a
+    // (lower-cased) Text-string rather than a date.
+    EXPECT_EQ(enc("If-Range: Sun, 06 Nov 1994 08:49:37 GMT"), "OK 9A " + tz("sun, 06 nov 1994 08:49:37 gmt"));
+}
+
+} // namespace
