@@ -32,10 +32,10 @@ bool accept_table_for(uint32_t code, accept_table *table) {
     }
 }
 
-// The first row carrying the code.  Accept-Language passes over the
-// two-letter rows on purpose, so that "english" is written rather than
-// "en".  The scan never looks past the table's last row: a code missing from
-// the table finds nothing.
+// The first row carrying a Short-integer code.  Accept-Language passes
+// over the two-letter rows on purpose, so that "english" is written rather
+// than "en".  The scan never looks past the table's last row: a code missing
+// from the table finds nothing.
 const char *accept_row_name(const accept_table &table, uint32_t code) {
     uint16_t from = 0;
     while (from < table.count) {
@@ -136,7 +136,10 @@ int accept_general(const accept_table &table, uint32_t code, uint8_t cls, const 
         if (length < avail) avail = length;
         int status = wsp_read_long_int(&p, &long_code, avail);
         if (status != kWspOk) return status;
-        const char *name = accept_row_name(table, long_code);
+        // A Long-integer code takes the first row that carries it, two-letter
+        // rows included: 0x81 gives "na", not "nauru".  Only the Short-integer
+        // forms pass over the two-letter rows; clients see both as they are.
+        const char *name = wsp_code_name(table.rows, table.count, long_code);
         if (name == nullptr || !value.append(name, WSP_DEC_TEXT_LIMIT)) return kWspErrFail;
         // A code that fills the length exactly is the one bare value this
         // form lets through.
