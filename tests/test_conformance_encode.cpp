@@ -374,10 +374,20 @@ TEST(ConformanceEncodeBlock, HighestCodeOfEachVersion) {
     EXPECT_EQ(enc("x-wap-security: close-subordinate", "1.4"), "OK C6 80");
 }
 
+TEST(ConformanceEncodeBlock, ProfileDiffIsOnlyKnownWithItsUnderscore) {
+    EXPECT_EQ(enc("Profile-Diff: x", "1.4"), "OK " + app("profile-diff", " x"));
+}
+
 TEST(ConformanceEncodeBlock, UnknownVersionMakesNamesApplicationHeaders) {
     EXPECT_EQ(enc("age: 10\nCache-Control: no-cache", "1.5"), "OK " + app("age", " 10") + " " +
                                                                    app("cache-control", " no-cache"));
     EXPECT_EQ(enc("age: 10", ""), "OK " + app("age", " 10"));
+}
+
+TEST(ConformanceEncodeBlock, UnknownVersionSendsContentTypeAsApplicationHeader) {
+    // Content-Type is refused only when it is recognised, and with the
+    // limit at 0 it is not.
+    EXPECT_EQ(enc("Content-Type: text/plain", "1.5"), "OK " + app("content-type", " text/plain"));
 }
 
 TEST(ConformanceEncodeBlock, UnknownVersionStillRecognisesAcceptWhichThenFails) {

@@ -143,6 +143,14 @@ TEST(ConformanceEncodeQList, UnknownItemWithHighFirstOctet) {
     EXPECT_EQ(enc("Accept-Language: \xE9;q=0.5", "1.4"), "OK 83 04 7F E9 00 33");
 }
 
+TEST(ConformanceEncodeQList, LanguageNamesKeepTheTablesOwnSpelling) {
+    EXPECT_EQ(enc("Accept-Language: Portugese", "1.4"), "OK 83 DA");
+    EXPECT_EQ(enc("Accept-Language: Portuguese", "1.4"), "OK 83 " + tz("portuguese"));
+    EXPECT_EQ(enc("Accept-Language: sewdish", "1.4"), "OK 83 F0");
+    EXPECT_EQ(enc("Accept-Language: swedish", "1.4"), "OK 83 " + tz("swedish"));
+    EXPECT_EQ(enc("Accept-Language: inuktitu", "1.4"), "OK 83 02 01 89");
+}
+
 TEST(ConformanceEncodeQList, AcceptLanguageAbove127) {
     EXPECT_EQ(enc("Accept-Language: la", "1.4"), "OK 83 02 01 8B");
     EXPECT_EQ(enc("Accept-Language: latin", "1.4"), "OK 83 02 01 8B");

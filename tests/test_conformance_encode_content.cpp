@@ -88,6 +88,20 @@ TEST(ConformanceEncodeContent, UnknownMediaIsExtensionMediaWithoutQuote) {
     EXPECT_EQ(content("\xE9/x", "1.4"), "OK E9 2F 78 00");
 }
 
+TEST(ConformanceEncodeContent, ExtensionMediaRoomIsTestedFirst) {
+    EXPECT_EQ(content("application/x-foo", "1.4", 18), "OK " + tz("application/x-foo"));
+    EXPECT_EQ(content("application/x-foo", "1.4", 17), "-214 len=0");
+}
+
+TEST(ConformanceEncodeContent, ExtensionMediaWithControlCharacterFails) {
+    EXPECT_EQ(content("text/\x01", "1.4"), "-214 len=0");
+}
+
+TEST(ConformanceEncodeContent, LongCodeRoomIsTestedFirst) {
+    EXPECT_EQ(content("application/vnd.omaloc-supl-init", "1.4", 4), "OK 03 00 00 00");
+    EXPECT_EQ(content("application/vnd.omaloc-supl-init", "1.4", 3), "-214 len=0");
+}
+
 TEST(ConformanceEncodeContent, UnknownMediaWithParameters) {
     EXPECT_EQ(content("application/x-unknown; charset=utf-8", "1.4"),
               "OK 18 " + tz("application/x-unknown") + " 81 EA");
@@ -247,6 +261,21 @@ TEST(ConformanceEncodeContent, CommentDomainPathByVersion) {
     EXPECT_EQ(content("text/plain; comment=hello", "1.4"), "OK 08 83 9B " + tz("hello"));
     EXPECT_EQ(content("text/plain; domain=example.com", "1.4"), "OK 0E 83 9C " + tz("example.com"));
     EXPECT_EQ(content("text/plain; path=/a", "1.3"), "OK 05 83 8F " + tz("/a"));
+}
+
+TEST(ConformanceEncodeContent, HyphenAndUnderscoreSpellingsOfParameterNames) {
+    // "max_age" and "start_info" are spelled with underscores, the newer
+    // "start-info" with a hyphen: the other spellings are unknown names.
+    EXPECT_EQ(content("text/plain; max-age=5", "1.4"), "OK 0A 83 " + tz("max-age") + " 85");
+    EXPECT_EQ(content("multipart/related; start-info=x", "1.2"),
+              "OK 1F 1F " + tz("multipart/related") + " " + tz("start-info") + " " + tz("x"));
+}
+
+TEST(ConformanceEncodeContent, RelatedTypeSearchesTheFirst64RowsInAnyCase) {
+    EXPECT_EQ(content("multipart/related; type=Application/XML", "1.4"), "OK 14 " + tz("multipart/related") + " 89 A7");
+    // Row 64 (code 0x42) is past the rows searched, and a slash is no token
+    // character.
+    EXPECT_EQ(content("multipart/related; type=application/vnd.syncml.dm+wbxml", "1.4"), "-214 len=0");
 }
 
 TEST(ConformanceEncodeContent, IntegerParameters) {

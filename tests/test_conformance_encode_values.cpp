@@ -153,6 +153,11 @@ TEST(ConformanceEncodeValues, ContentLanguageAbove127IsALongInteger) {
     EXPECT_EQ(enc("Content-Language: rhaeto-romance"), "OK 8C 01 8C");
 }
 
+TEST(ConformanceEncodeValues, ContentLanguageNameSpellings) {
+    EXPECT_EQ(enc("Content-Language: Sewdish"), "OK 8C F0");
+    EXPECT_EQ(enc("Content-Language: inuktitu"), "OK 8C 01 89");
+}
+
 TEST(ConformanceEncodeValues, PublicMethodsAreCaseSensitive) {
     EXPECT_EQ(enc("Public: GET, POST"), "OK A2 C0 A2 E0");
     EXPECT_EQ(enc("Public: OPTIONS"), "OK A2 C1");
