@@ -2265,7 +2265,8 @@ TEST(ConfProfile, HolderLengthBecomesTheBuffersLength) {
 TEST(ConfProfile, TwoLinesGiveTwoHeaders) {
     ProfileBlock block({}, 64);
     append_profile(block, "http://a.example/p.xml\nhttp://b.example/d.xml");
-    EXPECT_EQ(hex(cat({bytes({0xB5}), text0("http://a.example/p.xml"), bytes({0xB5}), text0("http://b.example/d.xml")})),
+    EXPECT_EQ(hex(cat({bytes({0xB5}), text0("http://a.example/p.xml"), bytes({0xB5}),
+                       text0("http://b.example/d.xml")})),
               hex(block.valid()));
     EXPECT_EQ(block.buf.length, block.holder.length);
 }
@@ -2888,8 +2889,9 @@ TEST(ConfTableRows, EveryPushApplicationId) {
 }
 
 TEST(ConfTableRows, CacheDirectivesDispositionsAndMethods) {
-    const char *directives[] = {"no-cache", "no-store",       "max-age", "max-stale", "min-fresh",       "only-if-cached",
-                                "public",   "private",        "no-transform", "must-revalidate", "proxy-revalidate"};
+    const char *directives[] = {"no-cache", "no-store",     "max-age",         "max-stale",
+                                "min-fresh", "only-if-cached", "public",        "private",
+                                "no-transform", "must-revalidate", "proxy-revalidate"};
     for (int d = 0; d < 11; ++d) {
         std::string got = decoded_text(bytes({0x88, 0x80 | d}));
         // max-age and min-fresh need a value: bare, they are dropped.
@@ -2899,7 +2901,8 @@ TEST(ConfTableRows, CacheDirectivesDispositionsAndMethods) {
     EXPECT_EQ("cache-control:max-age=60\n", decoded_text(bytes({0x88, 0x02, 0x82, 0xBC})));
     const char *dispositions[] = {"form-data", "attachment", "inline"};
     for (int d = 0; d < 3; ++d)
-        EXPECT_EQ(std::string("content-disposition:") + dispositions[d] + "\n", decoded_text(bytes({0xAE, 0x01, 0x80 | d})));
+        EXPECT_EQ(std::string("content-disposition:") + dispositions[d] + "\n",
+                  decoded_text(bytes({0xAE, 0x01, 0x80 | d})));
     const char *methods[] = {"GET", "OPTIONS", "HEAD", "DELETE", "TRACE", "POST", "PUT"};
     const int method_codes[] = {0x40, 0x41, 0x42, 0x43, 0x44, 0x60, 0x61};
     for (int m = 0; m < 7; ++m) {
@@ -2914,4 +2917,43 @@ TEST(ConfTableRows, CacheDirectivesDispositionsAndMethods) {
         EXPECT_EQ(std::string("content-encoding:") + content_codings[c] + "\n", decoded_text(bytes({0x8B, 0x80 | c})));
         EXPECT_EQ(std::string("accept-encoding:") + content_codings[c] + "\n", decoded_text(bytes({0x82, 0x80 | c})));
     }
+}
+
+TEST(ConfTables, AnEmptyCodingTokenIsTheFirstCodingRow) {
+    EXPECT_EQ("B9 01 80", encoded_hex("te: ;", "1.3"));
+}
+
+TEST(ConfTables, ListEncodersFollowTheSameRows) {
+    EXPECT_EQ(hex(cat({bytes({0x80}), text0("application/vnd.wap.sia")})),
+              encoded_hex("accept: application/vnd.wap.sia", "1.1"));
+    EXPECT_EQ("80 B4", encoded_hex("accept: application/vnd.wap.sia", "1.2"));
+    EXPECT_EQ("81 84", encoded_hex("accept-charset: ISO-8859-1", "1.1"));
+    EXPECT_EQ("81 03 02 03 E8", encoded_hex("accept-charset: iso-10646-ucs-2", "1.1"));
+    EXPECT_EQ("BC 80", encoded_hex("accept-encoding: gzip", "1.3"));
+    EXPECT_EQ("82 80", encoded_hex("accept-encoding: gzip", "1.2"));
+}
+
+TEST(ConfDates, TimePartsAreKeptAsEightBits) {
+    // 300 seconds keep their low 8 bits, 44.
+    EXPECT_EQ("92 04 2E BC 98 A8", encoded_hex("date: Sun, 06 Nov 1994 08:49:300 GMT", "1.1"));
+}
+
+TEST(ConfDates, OutOfRangeFieldsAreNormalisedByTheCalendar) {
+    // 25:49:37 on the 6th is 01:49:37 on the 7th.
+    EXPECT_EQ("92 04 2E BD 87 B1", encoded_hex("date: Sun, 06 Nov 1994 25:49:37 GMT", "1.1"));
+}
+
+TEST(ConfHeaderBlocks, ReplyHeadersAsReceived) {
+    const Bytes block = cat({bytes({0x92, 0x04, 0x4F, 0x61, 0xC4, 0xA8}), bytes({0x8D, 0x02, 0x04, 0x00}),
+                             bytes({0x88, 0x04, 0x82, 0x02, 0x0E, 0x10}), bytes({0x93}), text0("\"abc123"),
+                             bytes({0x9D, 0x04, 0x4F, 0x61, 0xC4, 0xA8, 0x8E}), text0("http://example.com/x"),
+                             text0("X-Powered-By"), text0("gateway")});
+    EXPECT_EQ("date:Thu, 15 Mar 2012 10:30:00 GMT\n"
+              "content-length:1024\n"
+              "cache-control:max-age=3600\n"
+              "etag:\"abc123\n"
+              "last-modified:Thu, 15 Mar 2012 10:30:00 GMT\n"
+              "content-location:http://example.com/x\n"
+              "x-powered-by:gateway\n",
+              decoded_text(block, 2));
 }
