@@ -318,6 +318,12 @@ TEST(ConfApplication, ValueOf197CharactersIsWritten) {
     EXPECT_TRUE(Lines(cat({z("x-a"), z(v.c_str())}), "x-a:" + v + "\n"));
 }
 
+TEST(ConfApplication, QuoteIsNotCountedAgainstThe197Characters) {
+    std::string v(197, '\xE9');
+    EXPECT_TRUE(Lines(cat({z("x-a"), bytes({0x7F}), z(v.c_str())}), "x-a:" + v + "\n"));
+    EXPECT_TRUE(Lines(cat({z("x-a"), bytes({0x7F}), z((v + "\xE9").c_str()), kTail}), kTailLine));
+}
+
 TEST(ConfApplication, ValueOf198CharactersIsDroppedAndDecodingGoesOn) {
     std::string v(198, 'v');
     EXPECT_TRUE(Lines(cat({z("x-a"), z(v.c_str()), kTail}), kTailLine));
@@ -531,12 +537,37 @@ TEST(ConfPages, CodePageTextOver197CharactersReleasesWithArg) {
     EXPECT_TRUE(Lines(cat({bytes({0x02, 0x85}), z(v.c_str())}), "X-Page-A:" + v + "\n", 4, &list));
 }
 
+TEST(ConfPages, CodePageTextWithAForbiddenOctetReleasesWithArg) {
+    wsp_dec_page pages[] = {{2, 2, kPage2Rows}};
+    wsp_dec_page_list list{1, pages};
+    Decoded d = decode(bytes({0x02, 0x85, 'a', 0x01, 'b', 0x00}), 4, 64, &list);
+    EXPECT_EQ(d.status, WSP_ERR_ARG);
+    EXPECT_TRUE(d.released);
+}
+
+TEST(ConfPages, CodePageWriterFailureIsReturnedAndReleases) {
+    const wsp_code_entry rows[] = {{"accept-ranges", 4}, {nullptr, 0}};
+    wsp_dec_page pages[] = {{2, 1, rows}};
+    wsp_dec_page_list list{1, pages};
+    Decoded d = decode(cat({bytes({0x02, 0x84}), z("none"), bytes({0x84}), z("bytes")}), 4, 64, &list);
+    EXPECT_EQ(d.status, WSP_ERR_FAIL);
+    EXPECT_TRUE(d.released);
+}
+
 TEST(ConfPages, CodePageWriterTruncationKeepsTheBlock) {
     wsp_dec_page pages[] = {{2, 2, kPage2Rows}};
     wsp_dec_page_list list{1, pages};
     Decoded d = decode(cat({bytes({0x02, 0x85}), z("value")}), 4, 12, &list);
     EXPECT_EQ(d.status, WSP_ERR_TRUNCATED);
     EXPECT_FALSE(d.released);
+}
+
+TEST(ConfPages, CodePageAndApplicationNamesDoNotMerge) {
+    // page names keep their spelling, application names are lower-cased,
+    // and the merging writer compares names exactly
+    wsp_dec_page pages[] = {{2, 2, kPage2Rows}};
+    wsp_dec_page_list list{1, pages};
+    EXPECT_TRUE(Lines(cat({bytes({0x02, 0x85}), z("a"), z("X-Page-A"), z("b")}), "X-Page-A:a\nx-page-a:b\n", 4, &list));
 }
 
 TEST(ConfPages, ApplicationHeadersAreReadOnAnyPage) {

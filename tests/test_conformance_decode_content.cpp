@@ -120,6 +120,11 @@ TEST(ConfContent, ExtensionMediaText) {
     EXPECT_TRUE(Ct(z("application/vnd.wap.emn+wbxml"), "application/vnd.wap.emn+wbxml"));
 }
 
+TEST(ConfContent, ExtensionMediaTextOf150CharactersIsRefused) {
+    ExpectCtFails(z(std::string(150, 'm').c_str()));
+    ExpectCtFails(text_bytes("text/plain")); // no terminator before the end
+}
+
 TEST(ConfContent, QuotedMediaFormsAreRefused) {
     ExpectCtFails(z("\"text/plain"));
     ExpectCtFails(bytes({0x7F, 0xE9, 0x00}));
@@ -430,6 +435,12 @@ TEST(ConfRealistic, EmailNotificationWithTextApplicationId) {
     EXPECT_EQ(p.status, WSP_OK);
     EXPECT_EQ(p.content_type, "application/vnd.wap.emn+wbxml");
     EXPECT_EQ(p.headers.text, "x-wap-application-id:x-wap-application:emn.ua\n");
+}
+
+TEST(ConfRealistic, MultimediaMessageContentType) {
+    EXPECT_TRUE(Ct(cat({bytes({0x1B, 0xB3, 0x89}), z("application/smil"), bytes({0x8A}), z("<0000>")}),
+                   "application/vnd.wap.multipart.related;type=application/smil;start=<0000>"));
+    EXPECT_TRUE(Ct(bytes({0x05, 0xB3, 0x89, 0x83, 0x8A, 0x00}), "application/vnd.wap.multipart.related;type=text/plain;start"));
 }
 
 TEST(ConfRealistic, ReplyHeadersOfAWapGateway) {

@@ -248,6 +248,7 @@ TEST(ConfDate, OtherFormsAreDropped) {
 
 TEST(ConfInteger, ShortLongAndHex) {
     EXPECT_TRUE(Lines(bytes({0x85, 0x80}), "age:0\n"));
+    EXPECT_TRUE(Lines(bytes({0x85, 0x00}), "age:0\n")); // a Long-integer of no octets
     EXPECT_TRUE(Lines(bytes({0x85, 0x81}), "age:1\n"));
     EXPECT_TRUE(Lines(bytes({0x8D, 0x02, 0x05, 0xDC}), "content-length:1500\n"));
     EXPECT_TRUE(Lines(bytes({0x8D, 0x04, 0xFF, 0xFF, 0xFF, 0xFF}), "content-length:4294967295\n"));
