@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "decode/decode.h"
-#include "header_decoder_harness.h"
+#include "decoder_harness.h"
 #include "wsp_test_support.h"
 
 using namespace wsp_test;
@@ -96,7 +96,7 @@ TEST(DecodeAccept, BareLanguageCodeWithoutRowWritesUnknownLanguage) {
 
 TEST(DecodeAccept, BareTokenIsWrittenAsItStands) {
     OutBuffer out(256);
-    DecodeRun r = accept(kAccept, text_value("text/html"), out);
+    DecodeRun r = accept(kAccept, cstr("text/html"), out);
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.moved, 10u);
     EXPECT_EQ(out.text(), "accept:text/html\n");
@@ -104,8 +104,8 @@ TEST(DecodeAccept, BareTokenIsWrittenAsItStands) {
 
 TEST(DecodeAccept, BareTokenForCharsetAndLanguage) {
     OutBuffer out(256);
-    EXPECT_EQ(accept(kAcceptCharset, text_value("koi8-r"), out).status, WSP_OK);
-    EXPECT_EQ(accept(kAcceptLanguage, text_value("en"), out).status, WSP_OK);
+    EXPECT_EQ(accept(kAcceptCharset, cstr("koi8-r"), out).status, WSP_OK);
+    EXPECT_EQ(accept(kAcceptLanguage, cstr("en"), out).status, WSP_OK);
     EXPECT_EQ(out.text(), "accept-charset:koi8-r\naccept-language:en\n");
 }
 
@@ -118,7 +118,7 @@ TEST(DecodeAccept, BareTokenWithForbiddenOctetIsRefused) {
 }
 
 TEST(DecodeAccept, BareTokenWithoutTerminatorIsRefusedAtEveryLength) {
-    Bytes full = text_value("text/html");
+    Bytes full = cstr("text/html");
     for (size_t n = 1; n < full.size(); ++n) {
         OutBuffer out(256);
         DecodeRun r = accept(kAccept, Bytes(full.begin(), full.begin() + static_cast<long>(n)), out);
@@ -130,13 +130,13 @@ TEST(DecodeAccept, BareTokenWithoutTerminatorIsRefusedAtEveryLength) {
 
 TEST(DecodeAccept, BareTokenOf197CharactersFitsAnd198IsRefused) {
     OutBuffer out(512);
-    DecodeRun ok = accept(kAccept, text_value(repeated(197, 'a')), out);
+    DecodeRun ok = accept(kAccept, cstr(repeated(197, 'a')), out);
     EXPECT_EQ(ok.status, WSP_OK);
     EXPECT_EQ(ok.moved, 198u);
     EXPECT_EQ(out.text(), "accept:" + repeated(197, 'a') + "\n");
 
     OutBuffer out2(512);
-    DecodeRun bad = accept(kAccept, text_value(repeated(198, 'a')), out2);
+    DecodeRun bad = accept(kAccept, cstr(repeated(198, 'a')), out2);
     EXPECT_EQ(bad.status, WSP_ERR_FAIL);
     EXPECT_EQ(bad.moved, 0u);
     EXPECT_EQ(out2->length, 0);
@@ -147,7 +147,7 @@ TEST(DecodeAccept, BareTokenOf197CharactersFitsAnd198IsRefused) {
 TEST(DecodeAccept, RepeatsShareOneLine) {
     OutBuffer out(256);
     EXPECT_EQ(accept(kAccept, bytes({0x83}), out).status, WSP_OK);
-    EXPECT_EQ(accept(kAccept, text_value("text/html"), out).status, WSP_OK);
+    EXPECT_EQ(accept(kAccept, cstr("text/html"), out).status, WSP_OK);
     EXPECT_EQ(accept(kAccept, bytes({0x03, 0x82, 0x80, 0x33}), out).status, WSP_OK);
     EXPECT_EQ(out.text(), "accept:text/plain,text/html,text/html;q=0.50\n");
 }
@@ -220,7 +220,7 @@ TEST(DecodeAccept, GeneralFormMediaCodeWithQValue) {
 
 TEST(DecodeAccept, GeneralFormMediaTextWithParameters) {
     OutBuffer out(256);
-    Bytes v = cat({bytes({0x0E}), text_value("text/html"), bytes({0x81, 0xEA, 0x80, 0x33})});
+    Bytes v = cat({bytes({0x0E}), cstr("text/html"), bytes({0x81, 0xEA, 0x80, 0x33})});
     DecodeRun r = accept(kAccept, v, out);
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.moved, 15u);
@@ -257,7 +257,7 @@ TEST(DecodeAccept, GeneralFormWithoutParametersIsRefusedOnPurpose) {
     EXPECT_EQ(r.moved, 0u);
     EXPECT_EQ(out->length, 0);
 
-    Bytes text = cat({bytes({0x0A}), text_value("text/html")});
+    Bytes text = cat({bytes({0x0A}), cstr("text/html")});
     EXPECT_EQ(accept(kAccept, text, out).status, WSP_ERR_FAIL);
     EXPECT_EQ(out->length, 0);
 }
@@ -336,7 +336,7 @@ TEST(DecodeAccept, GeneralFormPassesOnTheFullStatusAndKeepsTheCursor) {
 }
 
 TEST(DecodeAccept, GeneralFormTruncatedAtEveryLengthNeverSucceeds) {
-    Bytes full = cat({bytes({0x0E}), text_value("text/html"), bytes({0x81, 0xEA, 0x80, 0x33})});
+    Bytes full = cat({bytes({0x0E}), cstr("text/html"), bytes({0x81, 0xEA, 0x80, 0x33})});
     for (size_t n = 1; n < full.size(); ++n) {
         OutBuffer out(256);
         DecodeRun r = accept(kAccept, Bytes(full.begin(), full.begin() + static_cast<long>(n)), out);
@@ -419,7 +419,7 @@ TEST(DecodeAccept, GeneralCharsetLongCodeCutByTheEndIsRefused) {
 
 TEST(DecodeAccept, GeneralCharsetTextWithQValue) {
     OutBuffer out(256);
-    Bytes v = cat({bytes({0x07}), text_value("utf-8"), bytes({0x33})});
+    Bytes v = cat({bytes({0x07}), cstr("utf-8"), bytes({0x33})});
     DecodeRun r = accept(kAcceptCharset, v, out);
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.moved, 8u);
@@ -494,7 +494,7 @@ TEST(DecodeAccept, GeneralLanguageCodeWithoutRowIsRefused) {
 
 TEST(DecodeAccept, GeneralLanguageTextWithQValue) {
     OutBuffer out(256);
-    Bytes v = cat({bytes({0x04}), text_value("en"), bytes({0x33})});
+    Bytes v = cat({bytes({0x04}), cstr("en"), bytes({0x33})});
     EXPECT_EQ(accept(kAcceptLanguage, v, out).status, WSP_OK);
     EXPECT_EQ(out.text(), "accept-language:en;q=0.50\n");
 }

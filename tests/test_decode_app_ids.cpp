@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "decode/decode.h"
-#include "header_decoder_harness.h"
+#include "decoder_harness.h"
 #include "wsp_test_support.h"
 
 using namespace wsp_test;
@@ -73,7 +73,7 @@ TEST(DecodeAppId, BrokenLongCodeReturnsTheReadersStatus) {
 
 TEST(DecodeAppId, Text) {
     OutBuffer out(256);
-    DecodeRun r = app_id(text_value("x-wap-application:push.sia"), out);
+    DecodeRun r = app_id(cstr("x-wap-application:push.sia"), out);
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.moved, 27u);
     EXPECT_EQ(out.text(), "x-wap-application-id:x-wap-application:push.sia\n");
@@ -110,7 +110,7 @@ TEST(DecodeAppId, TextStopsAtAForbiddenOctet) {
 
 TEST(DecodeAppId, OverLongTextIsCutAt198Characters) {
     OutBuffer out(512);
-    DecodeRun r = app_id(text_value(repeated(250, 'x')), out);
+    DecodeRun r = app_id(cstr(repeated(250, 'x')), out);
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.moved, 0u);
     EXPECT_EQ(out.text(), "x-wap-application-id:" + repeated(198, 'x') + "\n");
@@ -123,7 +123,7 @@ TEST(DecodeAppId, CommaAfterTheValueRefusesIt) {
     EXPECT_EQ(r.moved, 0u);
     EXPECT_EQ(out->length, 0);
 
-    Bytes text = cat({text_value("a"), bytes({0x2C})});
+    Bytes text = cat({cstr("a"), bytes({0x2C})});
     EXPECT_EQ(app_id(text, out).status, WSP_ERR_FAIL);
     EXPECT_EQ(out->length, 0);
 }
@@ -180,7 +180,7 @@ TEST(DecodeAcceptApp, CodesAndTextsMergeIntoOneLine) {
     EXPECT_EQ(accept_app(bytes({0x80}), out).status, WSP_OK);
     EXPECT_EQ(accept_app(bytes({0x82}), out).status, WSP_OK);
     EXPECT_EQ(accept_app(bytes({0x02, 0x90, 0x34}), out).status, WSP_OK);
-    EXPECT_EQ(accept_app(text_value("x-foo"), out).status, WSP_OK);
+    EXPECT_EQ(accept_app(cstr("x-foo"), out).status, WSP_OK);
     EXPECT_EQ(out.text(),
               "accept-application:*,x-wap-application:wml.ua,x-microsoft:drm.meter,x-foo\n");
 }

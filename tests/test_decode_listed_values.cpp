@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "decode/decode.h"
-#include "header_decoder_harness.h"
+#include "decoder_harness.h"
 #include "wsp_test_support.h"
 
 using namespace wsp_test;
@@ -60,7 +60,7 @@ TEST(DecodeListedValue, NoneAfterBytesIsRefusedToo) {
 TEST(DecodeListedValue, TwoByteRangesShareOneLine) {
     OutBuffer out(256);
     EXPECT_EQ(listed(kAcceptRanges, bytes({0x81}), out).status, WSP_OK);
-    EXPECT_EQ(listed(kAcceptRanges, text_value("bytes"), out).status, WSP_OK);
+    EXPECT_EQ(listed(kAcceptRanges, cstr("bytes"), out).status, WSP_OK);
     EXPECT_EQ(out.text(), "accept-ranges:bytes,bytes\n");
 }
 
@@ -111,7 +111,7 @@ TEST(DecodeListedValue, TransferEncodingChunked) {
 
 TEST(DecodeListedValue, TokenIsWrittenAsItStands) {
     OutBuffer out(256);
-    DecodeRun r = listed(kContentEncoding, text_value("x-zip"), out);
+    DecodeRun r = listed(kContentEncoding, cstr("x-zip"), out);
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.moved, 6u);
     EXPECT_EQ(out.text(), "content-encoding:x-zip\n");
@@ -119,7 +119,7 @@ TEST(DecodeListedValue, TokenIsWrittenAsItStands) {
 
 TEST(DecodeListedValue, TokenWithSeparatorIsRefused) {
     OutBuffer out(256);
-    DecodeRun r = listed(kContentEncoding, text_value("a/b"), out);
+    DecodeRun r = listed(kContentEncoding, cstr("a/b"), out);
     EXPECT_EQ(r.status, WSP_ERR_FAIL);
     EXPECT_EQ(r.moved, 0u);
     EXPECT_EQ(out->length, 0);
@@ -127,7 +127,7 @@ TEST(DecodeListedValue, TokenWithSeparatorIsRefused) {
 
 TEST(DecodeListedValue, OverLongTokenPassesOnTruncated) {
     OutBuffer out(512);
-    DecodeRun r = listed(kContentEncoding, text_value(repeated(198, 'z')), out);
+    DecodeRun r = listed(kContentEncoding, cstr(repeated(198, 'z')), out);
     EXPECT_EQ(r.status, WSP_ERR_TRUNCATED);
     EXPECT_EQ(r.moved, 0u);
     EXPECT_EQ(out->length, 0);
@@ -135,14 +135,14 @@ TEST(DecodeListedValue, OverLongTokenPassesOnTruncated) {
 
 TEST(DecodeListedValue, TokenOf197CharactersFits) {
     OutBuffer out(512);
-    DecodeRun r = listed(kContentEncoding, text_value(repeated(197, 'z')), out);
+    DecodeRun r = listed(kContentEncoding, cstr(repeated(197, 'z')), out);
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.moved, 198u);
     EXPECT_EQ(out.text(), "content-encoding:" + repeated(197, 'z') + "\n");
 }
 
 TEST(DecodeListedValue, UnterminatedTokenIsRefusedAtEveryLength) {
-    Bytes full = text_value("x-zip");
+    Bytes full = cstr("x-zip");
     for (size_t n = 1; n < full.size(); ++n) {
         OutBuffer out(256);
         DecodeRun r = listed(kContentEncoding, Bytes(full.begin(), full.begin() + static_cast<long>(n)), out);
@@ -291,7 +291,7 @@ TEST(DecodeAllow, CodeBelowTheMethodRangeIsRefused) {
 
 TEST(DecodeAllow, OnlyShortIntegersAreAccepted) {
     OutBuffer out(256);
-    DecodeRun r = allow(text_value("GET"), out);
+    DecodeRun r = allow(cstr("GET"), out);
     EXPECT_EQ(r.status, WSP_ERR_FAIL);
     EXPECT_EQ(r.moved, 0u);
     EXPECT_EQ(allow(bytes({0x01, 0x40}), out).status, WSP_ERR_FAIL);
@@ -332,7 +332,7 @@ TEST(DecodeVary, CodeAbove71IsRefused) {
 
 TEST(DecodeVary, TokenIsWrittenAsItStands) {
     OutBuffer out(256);
-    DecodeRun r = vary(text_value("x-foo"), out);
+    DecodeRun r = vary(cstr("x-foo"), out);
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.moved, 6u);
     EXPECT_EQ(out.text(), "vary:x-foo\n");
@@ -340,8 +340,8 @@ TEST(DecodeVary, TokenIsWrittenAsItStands) {
 
 TEST(DecodeVary, TokenFailuresArePassedOn) {
     OutBuffer out(512);
-    EXPECT_EQ(vary(text_value(repeated(198, 'v')), out).status, WSP_ERR_TRUNCATED);
-    EXPECT_EQ(vary(text_value("a b"), out).status, WSP_ERR_FAIL);
+    EXPECT_EQ(vary(cstr(repeated(198, 'v')), out).status, WSP_ERR_TRUNCATED);
+    EXPECT_EQ(vary(cstr("a b"), out).status, WSP_ERR_FAIL);
     EXPECT_EQ(vary(bytes({'a', 'b'}), out).status, WSP_ERR_FAIL);
     EXPECT_EQ(out->length, 0);
 }
@@ -383,7 +383,7 @@ TEST(DecodeTrailer, RefusedNamesAsCodes) {
 
 TEST(DecodeTrailer, RefusedNamesAsTextPass) {
     OutBuffer out(256);
-    DecodeRun r = trailer(text_value("content-length"), out);
+    DecodeRun r = trailer(cstr("content-length"), out);
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.moved, 15u);
     EXPECT_EQ(out.text(), "trailer:content-length\n");
@@ -427,8 +427,8 @@ TEST(DecodeTrailer, BrokenLongCodeReturnsTheReadersStatus) {
 
 TEST(DecodeTrailer, TokenFailuresArePassedOn) {
     OutBuffer out(512);
-    EXPECT_EQ(trailer(text_value(repeated(198, 't')), out).status, WSP_ERR_TRUNCATED);
-    EXPECT_EQ(trailer(text_value("a:b"), out).status, WSP_ERR_FAIL);
+    EXPECT_EQ(trailer(cstr(repeated(198, 't')), out).status, WSP_ERR_TRUNCATED);
+    EXPECT_EQ(trailer(cstr("a:b"), out).status, WSP_ERR_FAIL);
     EXPECT_EQ(out->length, 0);
 }
 

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "decode/decode.h"
-#include "header_decoder_harness.h"
+#include "decoder_harness.h"
 #include "wsp_test_support.h"
 
 using namespace wsp_test;
@@ -75,7 +75,7 @@ TEST(DecodeIntegerValue, RepeatsGetOneLineEach) {
 
 TEST(DecodeIntegerValue, OtherClassesAndEmptyValuesAreRefused) {
     OutBuffer out(256);
-    EXPECT_EQ(integer(kAge, text_value("5"), out).status, WSP_ERR_FAIL);
+    EXPECT_EQ(integer(kAge, cstr("5"), out).status, WSP_ERR_FAIL);
     EXPECT_EQ(integer(kAge, bytes({0x1F, 0x01, 0x05}), out).status, WSP_ERR_FAIL);
     EXPECT_EQ(integer(kAge, bytes({0x22, '5', 0x00}), out).status, WSP_ERR_FAIL);
     EXPECT_EQ(integer(kAge, Bytes{}, out).status, WSP_ERR_FAIL);
@@ -133,7 +133,7 @@ TEST(DecodeDateValue, RepeatsGetOneLineEach) {
 TEST(DecodeDateValue, OnlyLongIntegersAreAccepted) {
     OutBuffer out(256);
     EXPECT_EQ(date(kDate, bytes({0x85}), out).status, WSP_ERR_FAIL);
-    EXPECT_EQ(date(kDate, text_value("Sun"), out).status, WSP_ERR_FAIL);
+    EXPECT_EQ(date(kDate, cstr("Sun"), out).status, WSP_ERR_FAIL);
     EXPECT_EQ(date(kDate, bytes({0x1F, 0x01, 0x00}), out).status, WSP_ERR_FAIL);
     EXPECT_EQ(date(kDate, Bytes{}, out).status, WSP_ERR_FAIL);
     EXPECT_EQ(out->length, 0);
@@ -268,7 +268,7 @@ TEST(DecodeIfRange, DateForm) {
 
 TEST(DecodeIfRange, TextFormMergesLikeATextValue) {
     OutBuffer out(256);
-    DecodeRun r = if_range(text_value("\"etag\""), out);
+    DecodeRun r = if_range(cstr("\"etag\""), out);
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.moved, 7u);
     EXPECT_EQ(if_range(bytes({0x22, 'x', 0x00}), out).status, WSP_OK);
@@ -277,7 +277,7 @@ TEST(DecodeIfRange, TextFormMergesLikeATextValue) {
 
 TEST(DecodeIfRange, TextFormIntoAFullOutputSucceedsAndMovesTheCursor) {
     OutBuffer out(8);
-    DecodeRun r = if_range(text_value("abc"), out);
+    DecodeRun r = if_range(cstr("abc"), out);
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.moved, 4u);
     EXPECT_EQ(out->length, 0);
@@ -394,7 +394,7 @@ TEST(DecodeBearer, TheNameAnywhereInTheOutputRefusesIt) {
 
 TEST(DecodeBearer, OtherClassesAreRefused) {
     OutBuffer out(256);
-    EXPECT_EQ(bearer(text_value("5"), out).status, WSP_ERR_FAIL);
+    EXPECT_EQ(bearer(cstr("5"), out).status, WSP_ERR_FAIL);
     EXPECT_EQ(bearer(bytes({0x1F, 0x01, 0x05}), out).status, WSP_ERR_FAIL);
     EXPECT_EQ(bearer(Bytes{}, out).status, WSP_ERR_FAIL);
     EXPECT_EQ(bearer(bytes({0x02, 0x01}), out).status, WSP_ERR_FAIL);
@@ -429,7 +429,7 @@ TEST(DecodePushFlag, EightAndAboveAreRefused) {
 TEST(DecodePushFlag, OnlyShortIntegersAreAccepted) {
     OutBuffer out(256);
     EXPECT_EQ(push_flag(bytes({0x01, 0x01}), out).status, WSP_ERR_FAIL);
-    EXPECT_EQ(push_flag(text_value("1"), out).status, WSP_ERR_FAIL);
+    EXPECT_EQ(push_flag(cstr("1"), out).status, WSP_ERR_FAIL);
     EXPECT_EQ(push_flag(Bytes{}, out).status, WSP_ERR_FAIL);
     EXPECT_EQ(out->length, 0);
 }

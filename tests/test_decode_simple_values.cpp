@@ -4,7 +4,7 @@
 
 #include "decode/decode.h"
 #include "decode/decoder_support.h"
-#include "header_decoder_harness.h"
+#include "decoder_harness.h"
 #include "switches.h"
 #include "wsp_test_support.h"
 
@@ -41,7 +41,7 @@ TEST(DecodeContentId, QuotedStringLosesItsQuotationMark) {
 
 TEST(DecodeContentId, PlainTextIsKeptAsItStands) {
     OutBuffer out(256);
-    DecodeRun r = content_id(text_value("<part1@x>"), out);
+    DecodeRun r = content_id(cstr("<part1@x>"), out);
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.moved, 10u);
     EXPECT_EQ(out.text(), "content-id:<part1@x>\n");
@@ -55,7 +55,7 @@ TEST(DecodeContentId, QuotationMarkInsideTheTextIsKept) {
 
 TEST(DecodeContentId, WithTextSwitchOffOnlyTheQuotedFormIsAccepted) {
     OutBuffer out(256);
-    DecodeRun text = decode_value(quoted_only_content_id, kContentId, text_value("abc"), out);
+    DecodeRun text = decode_value(quoted_only_content_id, kContentId, cstr("abc"), out);
     EXPECT_EQ(text.status, WSP_ERR_ARG);
     EXPECT_EQ(text.moved, 0u);
     EXPECT_EQ(out->length, 0);
@@ -95,25 +95,25 @@ TEST(DecodeContentId, ForbiddenOctetIsRefused) {
 
 TEST(DecodeContentId, TextOf197CharactersFitsAnd198IsRefused) {
     OutBuffer out(512);
-    DecodeRun ok = content_id(text_value(repeated(197, 'c')), out);
+    DecodeRun ok = content_id(cstr(repeated(197, 'c')), out);
     EXPECT_EQ(ok.status, WSP_OK);
     EXPECT_EQ(ok.moved, 198u);
     EXPECT_EQ(out.text(), "content-id:" + repeated(197, 'c') + "\n");
 
     OutBuffer out2(512);
-    EXPECT_EQ(content_id(text_value(repeated(198, 'c')), out2).status, WSP_ERR_FAIL);
+    EXPECT_EQ(content_id(cstr(repeated(198, 'c')), out2).status, WSP_ERR_FAIL);
     // The quotation mark does not count against the limit.
-    DecodeRun quoted = content_id(cat({bytes({0x22}), text_value(repeated(197, 'c'))}), out2);
+    DecodeRun quoted = content_id(cat({bytes({0x22}), cstr(repeated(197, 'c'))}), out2);
     EXPECT_EQ(quoted.status, WSP_OK);
     EXPECT_EQ(quoted.moved, 199u);
 }
 
 TEST(DecodeContentId, RepeatsGetOneLineEachAndAFullOutputIsRefused) {
     OutBuffer out(26);
-    EXPECT_EQ(content_id(text_value("a"), out).status, WSP_OK);
-    EXPECT_EQ(content_id(text_value("b"), out).status, WSP_OK);
+    EXPECT_EQ(content_id(cstr("a"), out).status, WSP_OK);
+    EXPECT_EQ(content_id(cstr("b"), out).status, WSP_OK);
     EXPECT_EQ(out.text(), "content-id:a\ncontent-id:b\n");
-    DecodeRun r = content_id(text_value("c"), out);
+    DecodeRun r = content_id(cstr("c"), out);
     EXPECT_EQ(r.status, WSP_ERR_FAIL);
     EXPECT_EQ(r.moved, 0u);
     EXPECT_EQ(out->length, 26);
@@ -251,7 +251,7 @@ TEST(DecodePragma, TruncatedParameterIsRefusedAtEveryLength) {
 
 TEST(DecodePragma, OtherClassesAreRefused) {
     OutBuffer out(256);
-    EXPECT_EQ(pragma(text_value("no-cache"), out).status, WSP_ERR_FAIL);
+    EXPECT_EQ(pragma(cstr("no-cache"), out).status, WSP_ERR_FAIL);
     EXPECT_EQ(pragma(bytes({0x22, 'a', 0x00}), out).status, WSP_ERR_FAIL);
     EXPECT_EQ(pragma(bytes({0x7F, 'a', 0x00}), out).status, WSP_ERR_FAIL);
     EXPECT_EQ(pragma(Bytes{}, out).status, WSP_ERR_FAIL);
@@ -286,7 +286,7 @@ TEST(DecodeSecurity, CodeOneIsDropped) {
 
 TEST(DecodeSecurity, OtherClassesAndEmptyValuesAreRefused) {
     OutBuffer out(256);
-    EXPECT_EQ(security(text_value("close-subordinate"), out).status, WSP_ERR_FAIL);
+    EXPECT_EQ(security(cstr("close-subordinate"), out).status, WSP_ERR_FAIL);
     EXPECT_EQ(security(bytes({0x01, 0x00}), out).status, WSP_ERR_FAIL);
     EXPECT_EQ(security(Bytes{}, out).status, WSP_ERR_FAIL);
     EXPECT_EQ(out->length, 0);

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "decode/decode.h"
-#include "header_decoder_harness.h"
+#include "decoder_harness.h"
 #include "wsp_test_support.h"
 
 using namespace wsp_test;
@@ -25,7 +25,7 @@ DecodeRun text_header(uint32_t code, const Bytes &value, OutBuffer &out) {
 
 TEST(DecodeTextValue, PlainTextIsWrittenAndTheCursorMovesPastItsTerminator) {
     OutBuffer out(256);
-    DecodeRun r = text_header(kContentBase, text_value("http://a/"), out);
+    DecodeRun r = text_header(kContentBase, cstr("http://a/"), out);
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.moved, 10u);
     EXPECT_EQ(out.text(), "content-base:http://a/\n");
@@ -81,7 +81,7 @@ TEST(DecodeTextValue, ForbiddenOctetIsRefused) {
 }
 
 TEST(DecodeTextValue, TextWithoutTerminatorIsRefusedAtEveryLength) {
-    Bytes full = text_value("http://a/");
+    Bytes full = cstr("http://a/");
     for (size_t n = 1; n < full.size(); ++n) {
         OutBuffer out(256);
         DecodeRun r = text_header(kContentBase, Bytes(full.begin(), full.begin() + static_cast<long>(n)), out);
@@ -101,20 +101,20 @@ TEST(DecodeTextValue, QuoteOctetAloneOrWithUnterminatedTextIsRefused) {
 TEST(DecodeTextValue, TextWithinASmallerRemainingIsRefused) {
     // The terminator lies one octet past the remaining count.
     OutBuffer out(256);
-    DecodeRun r = decode_value_within(wsp_dec_text_value, kContentBase, text_value("abc"), 3, out);
+    DecodeRun r = decode_value_within(wsp_dec_text_value, kContentBase, cstr("abc"), 3, out);
     EXPECT_EQ(r.status, WSP_ERR_FAIL);
     EXPECT_EQ(r.moved, 0u);
 }
 
 TEST(DecodeTextValue, TextOf1600CharactersFitsAnd1601IsRefused) {
     OutBuffer out(2048);
-    DecodeRun ok = text_header(kUserAgent, text_value(repeated(1600, 'u')), out);
+    DecodeRun ok = text_header(kUserAgent, cstr(repeated(1600, 'u')), out);
     EXPECT_EQ(ok.status, WSP_OK);
     EXPECT_EQ(ok.moved, 1601u);
     EXPECT_EQ(out.text(), "user-agent:" + repeated(1600, 'u') + "\n");
 
     OutBuffer out2(2048);
-    DecodeRun bad = text_header(kUserAgent, text_value(repeated(1601, 'u')), out2);
+    DecodeRun bad = text_header(kUserAgent, cstr(repeated(1601, 'u')), out2);
     EXPECT_EQ(bad.status, WSP_ERR_FAIL);
     EXPECT_EQ(bad.moved, 0u);
     EXPECT_EQ(out2->length, 0);
@@ -122,16 +122,16 @@ TEST(DecodeTextValue, TextOf1600CharactersFitsAnd1601IsRefused) {
 
 TEST(DecodeTextValue, RepeatsShareOneLine) {
     OutBuffer out(256);
-    EXPECT_EQ(text_header(kUserAgent, text_value("a"), out).status, WSP_OK);
-    EXPECT_EQ(text_header(kUserAgent, text_value("b"), out).status, WSP_OK);
-    EXPECT_EQ(text_header(kUserAgent, text_value("c"), out).status, WSP_OK);
+    EXPECT_EQ(text_header(kUserAgent, cstr("a"), out).status, WSP_OK);
+    EXPECT_EQ(text_header(kUserAgent, cstr("b"), out).status, WSP_OK);
+    EXPECT_EQ(text_header(kUserAgent, cstr("c"), out).status, WSP_OK);
     EXPECT_EQ(out.text(), "user-agent:a,b,c\n");
 }
 
 TEST(DecodeTextValue, FullOutputLosesTheHeaderSilently) {
     // "user-agent:abc\n" is 15 octets: one short.
     OutBuffer out(14);
-    DecodeRun r = text_header(kUserAgent, text_value("abc"), out);
+    DecodeRun r = text_header(kUserAgent, cstr("abc"), out);
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.moved, 4u);
     EXPECT_EQ(out->length, 0);
@@ -139,7 +139,7 @@ TEST(DecodeTextValue, FullOutputLosesTheHeaderSilently) {
 
 TEST(DecodeTextValue, ExactlyFullOutputTakesTheLine) {
     OutBuffer out(15);
-    DecodeRun r = text_header(kUserAgent, text_value("abc"), out);
+    DecodeRun r = text_header(kUserAgent, cstr("abc"), out);
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(out->length, 15);
     EXPECT_EQ(out.text(), "user-agent:abc\n");
@@ -147,8 +147,8 @@ TEST(DecodeTextValue, ExactlyFullOutputTakesTheLine) {
 
 TEST(DecodeTextValue, FullOutputWhileMergingLosesTheValueSilently) {
     OutBuffer out(20);
-    ASSERT_EQ(text_header(kUserAgent, text_value("abc"), out).status, WSP_OK);
-    DecodeRun r = text_header(kUserAgent, text_value("defgh"), out);
+    ASSERT_EQ(text_header(kUserAgent, cstr("abc"), out).status, WSP_OK);
+    DecodeRun r = text_header(kUserAgent, cstr("defgh"), out);
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.moved, 6u);
     EXPECT_EQ(out->length, 15);
@@ -156,8 +156,8 @@ TEST(DecodeTextValue, FullOutputWhileMergingLosesTheValueSilently) {
 
 TEST(DecodeTextValue, IfMatchWildcardTwiceGivesTwoLines) {
     OutBuffer out(256);
-    EXPECT_EQ(text_header(kIfMatch, text_value("*"), out).status, WSP_OK);
-    DecodeRun r = text_header(kIfMatch, text_value("*"), out);
+    EXPECT_EQ(text_header(kIfMatch, cstr("*"), out).status, WSP_OK);
+    DecodeRun r = text_header(kIfMatch, cstr("*"), out);
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.moved, 2u);
     EXPECT_EQ(out.text(), "if-match:*\nif-match:*\n");
@@ -165,38 +165,38 @@ TEST(DecodeTextValue, IfMatchWildcardTwiceGivesTwoLines) {
 
 TEST(DecodeTextValue, IfMatchOtherTextsShareOneLine) {
     OutBuffer out(256);
-    EXPECT_EQ(text_header(kIfMatch, text_value("\"x\""), out).status, WSP_OK);
-    EXPECT_EQ(text_header(kIfMatch, text_value("\"y\""), out).status, WSP_OK);
+    EXPECT_EQ(text_header(kIfMatch, cstr("\"x\""), out).status, WSP_OK);
+    EXPECT_EQ(text_header(kIfMatch, cstr("\"y\""), out).status, WSP_OK);
     EXPECT_EQ(out.text(), "if-match:\"x\",\"y\"\n");
 }
 
 TEST(DecodeTextValue, IfNoneMatchWildcardIsAPlainLineAndALaterTextMergesIntoIt) {
     OutBuffer out(256);
-    EXPECT_EQ(text_header(kIfNoneMatch, text_value("*"), out).status, WSP_OK);
-    EXPECT_EQ(text_header(kIfNoneMatch, text_value("*"), out).status, WSP_OK);
+    EXPECT_EQ(text_header(kIfNoneMatch, cstr("*"), out).status, WSP_OK);
+    EXPECT_EQ(text_header(kIfNoneMatch, cstr("*"), out).status, WSP_OK);
     EXPECT_EQ(out.text(), "if-none-match:*\nif-none-match:*\n");
-    EXPECT_EQ(text_header(kIfNoneMatch, text_value("abc"), out).status, WSP_OK);
+    EXPECT_EQ(text_header(kIfNoneMatch, cstr("abc"), out).status, WSP_OK);
     EXPECT_EQ(out.text(), "if-none-match:*,abc\nif-none-match:*\n");
 }
 
 TEST(DecodeTextValue, WildcardOnlyCountsAsTheWholeText) {
     OutBuffer out(256);
-    EXPECT_EQ(text_header(kIfMatch, text_value("**"), out).status, WSP_OK);
-    EXPECT_EQ(text_header(kIfMatch, text_value("*a"), out).status, WSP_OK);
+    EXPECT_EQ(text_header(kIfMatch, cstr("**"), out).status, WSP_OK);
+    EXPECT_EQ(text_header(kIfMatch, cstr("*a"), out).status, WSP_OK);
     EXPECT_EQ(out.text(), "if-match:**,*a\n");
 }
 
 TEST(DecodeTextValue, WildcardOfOtherHeadersMerges) {
     OutBuffer out(256);
-    EXPECT_EQ(text_header(kEtag, text_value("*"), out).status, WSP_OK);
-    EXPECT_EQ(text_header(kEtag, text_value("*"), out).status, WSP_OK);
+    EXPECT_EQ(text_header(kEtag, cstr("*"), out).status, WSP_OK);
+    EXPECT_EQ(text_header(kEtag, cstr("*"), out).status, WSP_OK);
     EXPECT_EQ(out.text(), "etag:*,*\n");
 }
 
 TEST(DecodeTextValue, WildcardIntoAFullOutputIsRefusedAndKeepsTheCursor) {
     // "if-match:*\n" is 11 octets; the plain writer answers -214.
     OutBuffer out(10);
-    DecodeRun r = text_header(kIfMatch, text_value("*"), out);
+    DecodeRun r = text_header(kIfMatch, cstr("*"), out);
     EXPECT_EQ(r.status, WSP_ERR_FAIL);
     EXPECT_EQ(r.moved, 0u);
     EXPECT_EQ(out->length, 0);
@@ -204,7 +204,7 @@ TEST(DecodeTextValue, WildcardIntoAFullOutputIsRefusedAndKeepsTheCursor) {
 
 TEST(DecodeTextValue, WildcardFillsAnExactlySizedOutput) {
     OutBuffer out(11);
-    DecodeRun r = text_header(kIfMatch, text_value("*"), out);
+    DecodeRun r = text_header(kIfMatch, cstr("*"), out);
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.moved, 2u);
     EXPECT_EQ(out.text(), "if-match:*\n");
@@ -222,7 +222,7 @@ TEST(DecodeTextValue, EveryTextHeaderWritesUnderItsOwnName) {
                           {0x2B, "via"},          {0x30, "x-wap-content-uri"}, {0x31, "x-wap-initiator-uri"}};
     for (const Case &c : cases) {
         OutBuffer out(256);
-        DecodeRun r = text_header(c.code, text_value("v"), out);
+        DecodeRun r = text_header(c.code, cstr("v"), out);
         EXPECT_EQ(r.status, WSP_OK) << c.name;
         EXPECT_EQ(out.text(), std::string(c.name) + ":v\n");
     }
@@ -230,7 +230,7 @@ TEST(DecodeTextValue, EveryTextHeaderWritesUnderItsOwnName) {
 
 TEST(DecodeTextValue, CodePastTheNameTableIsRefused) {
     OutBuffer out(256);
-    DecodeRun r = text_header(0x48, text_value("v"), out);
+    DecodeRun r = text_header(0x48, cstr("v"), out);
     EXPECT_EQ(r.status, WSP_ERR_FAIL);
     EXPECT_EQ(r.moved, 0u);
     EXPECT_EQ(out->length, 0);

@@ -6,7 +6,7 @@
 
 #include "core/tables.h"
 #include "decode/decode.h"
-#include "header_decoder_harness.h"
+#include "decoder_harness.h"
 #include "wsp_test_support.h"
 
 using namespace wsp_test;
@@ -52,7 +52,7 @@ TEST(HeaderDecodersTable, TextEntriesWriteUnderTheCodesName) {
     for (uint32_t code = 0; code < 72; ++code) {
         if (wsp_header_decoders[code] != wsp_dec_text_value) continue;
         OutBuffer out(256);
-        DecodeRun r = decode_value(wsp_header_decoders[code], code, text_value("v"), out);
+        DecodeRun r = decode_value(wsp_header_decoders[code], code, cstr("v"), out);
         EXPECT_EQ(r.status, WSP_OK) << code;
         EXPECT_EQ(r.moved, 2u) << code;
         EXPECT_EQ(out.text(), std::string(wsp_header_names[code]) + ":v\n") << code;
@@ -107,7 +107,7 @@ TEST(HeaderDecodersTable, SingleValueEntriesThroughTheTable) {
         {0x01, bytes({0xEA}), "accept-charset:utf-8\n"},
         {0x03, bytes({0x99}), "accept-language:english\n"},
         {0x06, bytes({0xC0}), "allow:GET\n"},
-        {0x1A, text_value("e"), "if-range:e\n"},
+        {0x1A, cstr("e"), "if-range:e\n"},
         {0x1F, bytes({0x80}), "pragma:no-cache\n"},
         {0x25, bytes({0x02, 0x81, 0x85}), "retry-after:5\n"},
         {0x2A, bytes({0x80}), "vary:accept\n"},

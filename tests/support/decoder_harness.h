@@ -1,9 +1,11 @@
 // Calls one well-known header value decoder the way the block decoder does
-// (code, cursor, output, remaining) over an exact-size copy of the input,
-// and reports the status, the output text and how far the cursor moved.
+// (code, cursor, output, remaining) over an exact-size copy of the input, so
+// that any read past the value's last octet is caught by ASan, and reports
+// the status, how far the cursor moved and, where asked, the output text.
 #ifndef WSP_TEST_DECODER_HARNESS_H
 #define WSP_TEST_DECODER_HARNESS_H
 
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <string>
@@ -13,7 +15,20 @@
 
 namespace wsp_test {
 
-using HeaderDecoder = int (*)(uint32_t, const uint8_t **, wsp_buffer *, uint16_t);
+using HeaderDecoder = wsp_header_decoder;
+
+// The one call every helper below goes through.  `remaining` defaults to the
+// input's size: the input block ends exactly where the value's octets end.
+// A smaller count keeps the decoder inside the first `remaining` octets.
+inline int call_decoder(HeaderDecoder fn, uint32_t code, const Bytes &in, wsp_buffer *out, int remaining,
+                        size_t *moved) {
+    InBytes input(in);
+    const uint8_t *cursor = input.data();
+    uint16_t rem = remaining < 0 ? input.size() : static_cast<uint16_t>(remaining);
+    int status = fn(code, &cursor, out, rem);
+    *moved = static_cast<size_t>(cursor - input.data());
+    return status;
+}
 
 struct DecodeResult {
     int status;
@@ -21,15 +36,12 @@ struct DecodeResult {
     long moved;       // how far the cursor moved
 };
 
-// Decodes `in` into an existing output buffer.  `remaining` defaults to the
-// input's size: the input block ends exactly where the value's octets end.
+// Decodes `in` into an existing output buffer.
 inline DecodeResult decode_into(HeaderDecoder fn, uint32_t code, const Bytes &in, OutBuffer &out,
                                 int remaining = -1) {
-    InBytes input(in);
-    const uint8_t *cursor = input.data();
-    uint16_t rem = remaining < 0 ? input.size() : static_cast<uint16_t>(remaining);
-    int status = fn(code, &cursor, out.get(), rem);
-    return {status, out.text(), static_cast<long>(cursor - input.data())};
+    size_t moved = 0;
+    int status = call_decoder(fn, code, in, out.get(), remaining, &moved);
+    return {status, out.text(), static_cast<long>(moved)};
 }
 
 // Decodes `in` into a fresh output buffer of `out_size` octets.
@@ -37,6 +49,30 @@ inline DecodeResult decode(HeaderDecoder fn, uint32_t code, const Bytes &in, uin
                            int remaining = -1) {
     OutBuffer out(out_size);
     return decode_into(fn, code, in, out, remaining);
+}
+
+// The narrower result for tests that keep the output buffer and read its
+// text themselves: the status and the octets the cursor moved (0: left
+// where it was).
+struct DecodeRun {
+    int status;
+    size_t moved;
+};
+
+// Decodes `value` with the decoder seeing exactly its octets.
+inline DecodeRun decode_value(HeaderDecoder fn, uint32_t code, const Bytes &value, OutBuffer &out) {
+    size_t moved = 0;
+    int status = call_decoder(fn, code, value, out.get(), -1, &moved);
+    return {status, moved};
+}
+
+// The same with a smaller remaining count than the octets at hand: the
+// decoder must stay inside the first `remaining` octets.
+inline DecodeRun decode_value_within(HeaderDecoder fn, uint32_t code, const Bytes &value, uint16_t remaining,
+                                     OutBuffer &out) {
+    size_t moved = 0;
+    int status = call_decoder(fn, code, value, out.get(), remaining, &moved);
+    return {status, moved};
 }
 
 // Decodes a whole header block with wsp_dec_hdr (no page list) and
@@ -92,6 +128,9 @@ inline Bytes cstr(const std::string &s) {
     b.push_back(0);
     return b;
 }
+
+// A text of n copies of c.
+inline std::string repeated(size_t n, char c) { return std::string(n, c); }
 
 } // namespace wsp_test
 

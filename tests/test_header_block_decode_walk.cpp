@@ -1,4 +1,5 @@
-// The header block walk (exported wsp_dec_hdr).
+// The header block walk (exported wsp_dec_hdr): arguments, application and
+// well-known headers, realistic blocks and blocks cut short.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -6,87 +7,11 @@
 #include <string>
 
 #include "decode/decode.h"
+#include "header_block_decode_support.h"
 #include "wsp_test_support.h"
 
 using namespace wsp_test;
-
-namespace {
-
-// An encoded block in a calloc'ed buffer of exactly offset + its size
-// octets, so that any read past the block's end is caught.
-class Block {
-  public:
-    explicit Block(const Bytes &b, uint16_t offset = 0) {
-        std::memset(&buf_, 0, sizeof buf_);
-        size_t total = offset + b.size();
-        buf_.data = static_cast<unsigned char *>(std::calloc(total ? total : 1, 1));
-        if (!b.empty()) std::memcpy(buf_.data + offset, b.data(), b.size());
-        buf_.size = static_cast<uint16_t>(total);
-        buf_.offset = offset;
-        hdr_.length = static_cast<uint16_t>(b.size());
-        hdr_.buffer = &buf_;
-    }
-    ~Block() { std::free(buf_.data); }
-    Block(const Block &) = delete;
-    Block &operator=(const Block &) = delete;
-
-    wsp_hdrbuf *get() { return &hdr_; }
-    wsp_buffer &buffer() { return buf_; }
-    bool released() const { return buf_.data == nullptr; }
-
-  private:
-    wsp_buffer buf_;
-    wsp_hdrbuf hdr_;
-};
-
-struct Outcome {
-    int status;
-    std::string text;
-    uint16_t length;
-    bool released;
-};
-
-Outcome run(const Bytes &in, int version = 4, const wsp_dec_page_list *pages = nullptr, uint16_t out_size = 512) {
-    Block block(in);
-    OutBuffer out(out_size);
-    int status = wsp_dec_hdr(block.get(), out.get(), pages, version);
-    return {status, out.text(), out->length, block.released()};
-}
-
-Bytes str0(const std::string &s) {
-    Bytes b(s.begin(), s.end());
-    b.push_back(0);
-    return b;
-}
-
-// An application header with a text value.
-Bytes app(const std::string &name, const std::string &value) { return cat({str0(name), str0(value)}); }
-
-// Pages for the code-page tests: page 2 names codes 5 and 6 and has a
-// named end row; page 0x80 has an unnamed end row; page 3 claims 129 rows.
-const wsp_code_entry kPage2Rows[] = {
-    {"X-Page-A", 0x105}, // compared on its low 8 bits: code 5
-    {nullptr, 6},
-    {"x-page-b", 7},
-    {"end", 0},
-};
-const wsp_code_entry kPage80Rows[] = {
-    {"X-Eighty", 1},
-    {nullptr, 0},
-};
-const wsp_code_entry kLongNameRows[] = {
-    {"x-a-very-long-page-header-name-of-40-chars", 1},
-    {nullptr, 0},
-};
-const wsp_dec_page kPages[] = {
-    {2, 3, kPage2Rows},
-    {0x80, 1, kPage80Rows},
-    {3, 129, kPage2Rows},
-    {4, 1, kLongNameRows},
-};
-const wsp_dec_page_list kPageList = {4, kPages};
-
-} // namespace
+using namespace header_block_decode;
 
 // ---- argument checks ------------------------------------------------------------
 
@@ -442,190 +367,6 @@ TEST(DecHdr, SkippedLengthPastEndEndsTheWalk) {
     EXPECT_FALSE(r.released);
 }
 
-// ---- shift sequences --------------------------------------------------------------------
-
-TEST(DecHdr, ShiftToPageOneIsNoChange) {
-    Outcome r = run(cat({bytes({0x7F, 0x01, 0x85, 0x85, 0x01, 0x8D, 0x83})}));
-    EXPECT_EQ(r.status, WSP_OK);
-    EXPECT_EQ(r.text, "age:5\ncontent-length:3\n");
-}
-
-TEST(DecHdr, BadShiftOctetsRelease) {
-    for (const Bytes &in : {bytes({0x00, 0x85, 0x85}), cat({bytes({0x22}), str0("x")}), bytes({0x85, 0x85, 0x7F})}) {
-        Outcome r = run(in);
-        EXPECT_EQ(r.status, WSP_ERR_ARG) << hex(in);
-        EXPECT_TRUE(r.released);
-    }
-}
-
-TEST(DecHdr, SkipModeWithoutPageList) {
-    Bytes in = cat({bytes({0x85, 0x85}),                             // age:5
-                    bytes({0x7F, 0x02}),                             // page 2, no list: skip
-                    bytes({0x85, 0x86}), app("x-skipped", "v"),      // skipped
-                    bytes({0x91, 0x03, 0x83, 0x81, 0xEA}),           // skipped
-                    bytes({0x03}), bytes({0x85, 0x87}),              // page 3: still skipping
-                    bytes({0x01}),                                   // back to page 1
-                    bytes({0x8D, 0x84}), app("a", "b")});
-    Outcome r = run(in);
-    EXPECT_EQ(r.status, WSP_OK);
-    EXPECT_EQ(r.text, "age:5\ncontent-length:4\na:b\n");
-}
-
-TEST(DecHdr, SkipModeReturnsWithLongShift) {
-    Outcome r = run(cat({bytes({0x02, 0x85, 0x86, 0x7F, 0x01, 0x85, 0x87})}));
-    EXPECT_EQ(r.status, WSP_OK);
-    EXPECT_EQ(r.text, "age:7\n");
-}
-
-TEST(DecHdr, SkipModeToTheEnd) {
-    Outcome r = run(cat({app("a", "b"), bytes({0x02, 0x85, 0x86}), app("c", "d")}));
-    EXPECT_EQ(r.status, WSP_OK);
-    EXPECT_EQ(r.text, "a:b\n");
-}
-
-TEST(DecHdr, SkipModeFailuresAreArgumentErrors) {
-    for (const Bytes &in : {bytes({0x02, 0x91, 'a', 'b'}),          // text without NUL
-                            cat({bytes({0x02}), str0("a b"), str0("v")}), // bad name
-                            cat({bytes({0x02}), str0("x")}),          // name without value
-                            bytes({0x02, 0x00}),                      // bad shift
-                            bytes({0x02, 0x7F}),                      // shift without page
-                            bytes({0x02, 0x85})}) {                   // code without value
-        Outcome r = run(in);
-        EXPECT_EQ(r.status, WSP_ERR_ARG) << hex(in);
-        EXPECT_TRUE(r.released);
-    }
-}
-
-TEST(DecHdr, PageListWithoutPagesRefused) {
-    wsp_dec_page_list empty = {0, kPages};
-    Outcome r = run(bytes({0x02, 0x85, 0x85}), 4, &empty);
-    EXPECT_EQ(r.status, WSP_ERR_ARG);
-    EXPECT_TRUE(r.released);
-}
-
-TEST(DecHdr, PageNotInListRefused) {
-    Outcome r = run(bytes({0x05, 0x85, 0x85}), 4, &kPageList);
-    EXPECT_EQ(r.status, WSP_ERR_ARG);
-    EXPECT_TRUE(r.released);
-    // Page 1 needs no list entry.
-    r = run(bytes({0x01, 0x85, 0x85}), 4, &kPageList);
-    EXPECT_EQ(r.status, WSP_OK);
-}
-
-TEST(DecHdr, CodePageHeaderTextValue) {
-    Outcome r = run(cat({bytes({0x02, 0x85}), str0("hello")}), 4, &kPageList);
-    EXPECT_EQ(r.status, WSP_OK);
-    EXPECT_EQ(r.text, "X-Page-A:hello\n");
-}
-
-TEST(DecHdr, CodePageHeadersMergeAndKeepTheirSpelling) {
-    Outcome r = run(cat({bytes({0x02, 0x85}), str0("a"), bytes({0x87}), str0("b"), bytes({0x85}), str0("c")}), 4,
-                    &kPageList);
-    EXPECT_EQ(r.status, WSP_OK);
-    EXPECT_EQ(r.text, "X-Page-A:a,c\nx-page-b:b\n");
-}
-
-TEST(DecHdr, CodePageHeaderRawValue) {
-    Outcome r = run(bytes({0x02, 0x85, 0x90, 0x87, 0x02, 0x01, 0x02}), 4, &kPageList);
-    EXPECT_EQ(r.status, WSP_OK);
-    EXPECT_EQ(hex(text_bytes(r.text.c_str())), hex(cat({text_bytes("X-Page-A:"), bytes({0x90, 0x0A}),
-                                                        text_bytes("x-page-b:"), bytes({0x02, 0x01, 0x02, 0x0A})})));
-}
-
-TEST(DecHdr, LongShiftSelectsAnyPage) {
-    Outcome r = run(cat({bytes({0x7F, 0x80, 0x81}), str0("v")}), 4, &kPageList);
-    EXPECT_EQ(r.status, WSP_OK);
-    EXPECT_EQ(r.text, "X-Eighty:v\n");
-}
-
-TEST(DecHdr, BackToPageOneDecodesWellKnownHeaders) {
-    Outcome r = run(cat({bytes({0x02, 0x85}), str0("a"), bytes({0x01, 0x85, 0x85, 0x02, 0x87}), str0("b")}), 4,
-                    &kPageList);
-    EXPECT_EQ(r.status, WSP_OK);
-    EXPECT_EQ(r.text, "X-Page-A:a\nage:5\nx-page-b:b\n");
-}
-
-TEST(DecHdr, ApplicationHeadersOnOtherPages) {
-    Outcome r = run(cat({bytes({0x02}), app("X-App", "v"), bytes({0x85}), str0("w")}), 4, &kPageList);
-    EXPECT_EQ(r.status, WSP_OK);
-    EXPECT_EQ(r.text, "x-app:v\nX-Page-A:w\n");
-}
-
-TEST(DecHdr, RowWithoutNameIsSkipped) {
-    Outcome r = run(cat({bytes({0x02, 0x86}), str0("gone"), app("a", "b")}), 4, &kPageList);
-    EXPECT_EQ(r.status, WSP_OK);
-    EXPECT_EQ(r.text, "a:b\n");
-}
-
-TEST(DecHdr, NamedEndRowSkipsOneExtraOctet) {
-    // Code 9 is not on page 2, whose end row has a name: 0xAA is passed
-    // over on its own, then the value 0x83, then x:y is decoded.
-    Outcome r = run(cat({bytes({0x02, 0x89, 0xAA, 0x83}), app("x", "y")}), 4, &kPageList);
-    EXPECT_EQ(r.status, WSP_OK);
-    EXPECT_EQ(r.text, "x:y\n");
-}
-
-TEST(DecHdr, NamedEndRowWithNothingLeftFails) {
-    Outcome r = run(bytes({0x02, 0x89}), 4, &kPageList);
-    EXPECT_EQ(r.status, WSP_ERR_FAIL);
-    EXPECT_TRUE(r.released);
-    r = run(bytes({0x02, 0x89, 0xAA}), 4, &kPageList);
-    EXPECT_EQ(r.status, WSP_ERR_FAIL);
-    EXPECT_TRUE(r.released);
-}
-
-TEST(DecHdr, UnnamedEndRowSkipsTheValueOnly) {
-    Outcome r = run(cat({bytes({0x7F, 0x80, 0x89}), str0("skipped"), app("x", "y")}), 4, &kPageList);
-    EXPECT_EQ(r.status, WSP_OK);
-    EXPECT_EQ(r.text, "x:y\n");
-}
-
-TEST(DecHdr, PageOfMoreThan128RowsSkipsAll) {
-    Outcome r = run(cat({bytes({0x03, 0x85}), str0("skipped"), app("x", "y")}), 4, &kPageList);
-    EXPECT_EQ(r.status, WSP_OK);
-    EXPECT_EQ(r.text, "x:y\n");
-}
-
-TEST(DecHdr, PageNamesBoundedTo31Characters) {
-    Outcome r = run(cat({bytes({0x04, 0x81}), str0("v")}), 4, &kPageList);
-    EXPECT_EQ(r.status, WSP_OK);
-    EXPECT_EQ(r.text, std::string("x-a-very-long-page-header-name-") + ":v\n");
-}
-
-TEST(DecHdr, PageWithoutRowsSkipsAll) {
-    const wsp_dec_page no_rows[] = {{2, 3, nullptr}};
-    const wsp_dec_page_list list = {1, no_rows};
-    Outcome r = run(cat({bytes({0x02, 0x85}), str0("skipped"), app("x", "y")}), 4, &list);
-    EXPECT_EQ(r.status, WSP_OK);
-    EXPECT_EQ(r.text, "x:y\n");
-}
-
-TEST(DecHdr, CodePageTextValueFailuresAreArgumentErrors) {
-    Outcome r = run(cat({bytes({0x02, 0x85}), bytes({'a', 0x01, 0})}), 4, &kPageList);
-    EXPECT_EQ(r.status, WSP_ERR_ARG);
-    EXPECT_TRUE(r.released);
-    r = run(cat({bytes({0x02, 0x85}), str0(std::string(198, 'v'))}), 4, &kPageList, 1024);
-    EXPECT_EQ(r.status, WSP_ERR_ARG);
-    EXPECT_TRUE(r.released);
-    r = run(cat({bytes({0x02, 0x85}), str0(std::string(197, 'v'))}), 4, &kPageList, 1024);
-    EXPECT_EQ(r.status, WSP_OK);
-}
-
-TEST(DecHdr, CodePageValueMissingOrUnmeasurableFails) {
-    Outcome r = run(bytes({0x02, 0x85}), 4, &kPageList);
-    EXPECT_EQ(r.status, WSP_ERR_FAIL);
-    EXPECT_TRUE(r.released);
-    r = run(bytes({0x02, 0x85, 0x1F, 0x80, 0x01}), 4, &kPageList);
-    EXPECT_EQ(r.status, WSP_ERR_FAIL);
-    EXPECT_TRUE(r.released);
-}
-
-TEST(DecHdr, CodePageWriterTruncationKeepsBlock) {
-    Outcome r = run(cat({bytes({0x02, 0x85}), str0("hello")}), 4, &kPageList, 8);
-    EXPECT_EQ(r.status, WSP_ERR_TRUNCATED);
-    EXPECT_FALSE(r.released);
-}
-
 // ---- realistic blocks -------------------------------------------------------------------
 
 TEST(DecHdr, PushHeadersMixed) {
@@ -684,12 +425,6 @@ TEST(DecHdr, NameRunningToBlockEndIsUnreadable) {
     EXPECT_EQ(r.text, "a:b\n");
 }
 
-struct CutCase {
-    size_t n;
-    int status;
-    const char *text; // expected text on success
-};
-
 TEST(DecHdr, BlockCutAtEveryLength) {
     // Every prefix of a block is decoded without reading past it (the
     // block's buffer has exactly the prefix's size).  A cut inside a
@@ -726,26 +461,6 @@ TEST(DecHdr, BlockCutAtEveryLength) {
     }
 }
 
-TEST(DecHdr, SkipModeBlockCutAtEveryLength) {
-    Bytes full = cat({bytes({0x02, 0x85, 0x86}), app("x", "y"), bytes({0x91, 0x02, 0x83, 0x80}),
-                      bytes({0x7F, 0x01, 0x85, 0x85})});
-    const CutCase cases[] = {
-        {0, WSP_OK, ""},           {1, WSP_OK, ""},            {2, WSP_ERR_ARG, nullptr},
-        {3, WSP_OK, ""},           {4, WSP_ERR_ARG, nullptr},  {5, WSP_ERR_ARG, nullptr},
-        {6, WSP_ERR_ARG, nullptr}, {7, WSP_OK, ""},            {8, WSP_ERR_ARG, nullptr},
-        {9, WSP_OK, ""},           {10, WSP_OK, ""},           {11, WSP_OK, ""},
-        {12, WSP_ERR_ARG, nullptr}, {13, WSP_OK, ""},          {14, WSP_ERR_FAIL, nullptr},
-        {15, WSP_OK, "age:5\n"},
-    };
-    ASSERT_EQ(full.size(), 15u);
-    for (const CutCase &c : cases) {
-        Outcome r = run(Bytes(full.begin(), full.begin() + static_cast<long>(c.n)));
-        EXPECT_EQ(r.status, c.status) << c.n;
-        EXPECT_EQ(r.released, c.status != WSP_OK) << c.n;
-        if (c.text != nullptr) EXPECT_EQ(r.text, c.text) << c.n;
-    }
-}
-
 TEST(DecHdr, QuoteLedValueEndingTheBlock) {
     Outcome r = run(cat({str0("x"), bytes({0x7F, 0xE9, 0})}));
     EXPECT_EQ(r.status, WSP_OK);
@@ -753,24 +468,5 @@ TEST(DecHdr, QuoteLedValueEndingTheBlock) {
     // Without its NUL the text would need the octet past the block.
     r = run(cat({str0("x"), bytes({0x7F, 0xE9})}));
     EXPECT_EQ(r.status, WSP_ERR_ARG);
-    EXPECT_TRUE(r.released);
-}
-
-TEST(DecHdr, ShortCutShiftUpTo31) {
-    // 0x1F in header position is a shift to page 31, not a Length-quote.
-    const wsp_code_entry rows[] = {{"x-p31", 2}, {nullptr, 0}};
-    const wsp_dec_page page31[] = {{31, 1, rows}};
-    const wsp_dec_page_list list = {1, page31};
-    Outcome r = run(cat({bytes({0x1F, 0x82}), str0("v")}), 4, &list);
-    EXPECT_EQ(r.status, WSP_OK);
-    EXPECT_EQ(r.text, "x-p31:v\n");
-}
-
-TEST(DecHdr, CodePageWriterFailureReleases) {
-    const wsp_code_entry rows[] = {{"accept-ranges", 1}, {nullptr, 0}};
-    const wsp_dec_page page2[] = {{2, 1, rows}};
-    const wsp_dec_page_list list = {1, page2};
-    Outcome r = run(cat({bytes({0x02, 0x81}), str0("none"), bytes({0x81}), str0("bytes")}), 4, &list);
-    EXPECT_EQ(r.status, WSP_ERR_FAIL);
     EXPECT_TRUE(r.released);
 }
