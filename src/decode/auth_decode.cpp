@@ -88,12 +88,7 @@ int wsp_dec_credentials(uint32_t code, const uint8_t **cursor, wsp_buffer *out, 
         // joined by ",".
         if (wsp_read_token_text(&v.p, b.text, v.bound(v.length), WSP_DEC_SCRATCH) != kWspOk) return kWspErrFail;
         b.sync();
-        if (!v.length_used_up()) {
-            uint16_t run = 0;
-            if (!b.append(" ") || !v.rest_as_run(&run)) return kWspErrFail;
-            if (wsp_decode_param_list(&v.p, run, b.text, WSP_DEC_SCRATCH) != kWspOk) return kWspErrFail;
-            b.sync();
-        }
+        if (!wsp_append_param_run(&v, &b, " ", wsp_decode_param_list)) return kWspErrFail;
         break;
     }
     default:
@@ -133,12 +128,7 @@ int wsp_dec_challenge(uint32_t code, const uint8_t **cursor, wsp_buffer *out, ui
         if (wsp_read_token_text(&v.p, b.text, v.bound(v.length), WSP_DEC_SCRATCH) != kWspOk) return kWspErrFail;
         b.sync();
         if (!b.append(" ") || append_realm(&v, &b) != kWspOk) return kWspErrFail;
-        if (!v.length_used_up()) {
-            uint16_t run = 0;
-            if (!b.append(",") || !v.rest_as_run(&run)) return kWspErrFail;
-            if (wsp_decode_param_list(&v.p, run, b.text, WSP_DEC_SCRATCH) != kWspOk) return kWspErrFail;
-            b.sync();
-        }
+        if (!wsp_append_param_run(&v, &b, ",", wsp_decode_param_list)) return kWspErrFail;
         *cursor = v.p;
         return write_challenge(out, name, b.text);
     }

@@ -33,12 +33,7 @@ int wsp_dec_disposition(uint32_t code, const uint8_t **cursor, wsp_buffer *out, 
         return kWspErrFail;
     }
 
-    if (!v.length_used_up()) {
-        uint16_t run = 0;
-        if (!v.rest_as_run(&run)) return kWspErrFail;
-        if (wsp_decode_params(&v.p, run, b.text, WSP_DEC_SCRATCH) != kWspOk) return kWspErrFail;
-        b.sync();
-    }
+    if (!wsp_append_param_run(&v, &b, nullptr, wsp_decode_params)) return kWspErrFail;
     if (b.len >= WSP_DEC_SCRATCH) return kWspErrFail;
 
     int st = wsp_append_header_line(out, name, b.text);

@@ -17,6 +17,7 @@
 #include "decoder_support.h"
 #include "primitives.h"
 #include "tables.h"
+#include "text_builder.h"
 
 // Returned by wsp_value_reader::peek_class when no octet is left before the
 // hard end: it equals no real class, so every "must be of class ..." test
@@ -82,6 +83,24 @@ inline int wsp_open_structured(const uint8_t **cursor, uint16_t remaining, wsp_v
     if (empty) *cursor = v->p;
     *done = empty;
     return kWspOk;
+}
+
+// A parameter run decoder: wsp_decode_params or wsp_decode_param_list.
+using wsp_param_run_decoder = int (*)(const uint8_t **cursor, uint16_t run, char *out, uint16_t capacity);
+
+// When octets of the claimed length remain, appends `separator` (may be
+// null) and then the rest of the length decoded by `decode` into the text
+// (capacity 198).  False when the run would reach past the hard end, the
+// separator does not fit, or the decoder fails: the callers' -214.
+inline bool wsp_append_param_run(wsp_value_reader *v, wsp_text_builder *b, const char *separator,
+                                 wsp_param_run_decoder decode) {
+    if (v->length_used_up()) return true;
+    uint16_t run = 0;
+    if (separator != nullptr && !b->append(separator)) return false;
+    if (!v->rest_as_run(&run)) return false;
+    if (decode(&v->p, run, b->text, WSP_DEC_SCRATCH) != kWspOk) return false;
+    b->sync();
+    return true;
 }
 
 #endif
