@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "conformance_encode_support.h"
+#include "api_encode_support.h"
 #include "tarnwspencdec.h"
 
 using namespace conformance_encode;

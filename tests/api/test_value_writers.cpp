@@ -10,7 +10,7 @@
 #include <cstring>
 #include <string>
 
-#include "conformance_core_support.h"
+#include "api_core_support.h"
 #include "tarnwspencdec.h"
 #include "wsp_test_support.h"
 

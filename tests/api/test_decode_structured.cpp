@@ -7,7 +7,7 @@
 
 #include <string>
 
-#include "conf_decode_support.h"
+#include "api_decode_support.h"
 
 using namespace wsp_test;
 

@@ -8,7 +8,7 @@
 #include <cstring>
 #include <string>
 
-#include "conf_decode_support.h"
+#include "api_decode_support.h"
 
 using namespace wsp_test;
 
