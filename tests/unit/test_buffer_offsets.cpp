@@ -1,19 +1,11 @@
 // Every internal buffer-style writer seen through an output whose offset is
-// not zero.  The writable region is data[0 .. offset + size): size limits
-// length, offset only moves where the bytes go.  So a writer run at offset
-// k must do exactly what it does at offset 0, shifted by k octets: the same
-// status, the same length, the same octets, nothing before offset touched,
-// nothing stored past the region (each block is exactly offset + size
-// octets, so ASan sees any write past it).  Each writer is swept over
-// every size from what is already there to a little more than it needs,
-// which covers the exact fit, one octet short and the over-runs.
+// not zero (the sweep is described in buffer_offset_sweep.h).
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <cstring>
-#include <functional>
 #include <string>
 
+#include "buffer_offset_sweep.h"
 #include "decode/decode.h"
 #include "encode/encode.h"
 #include "encode/encoder_support.h"
@@ -24,99 +16,6 @@
 using namespace wsp_test;
 
 namespace {
-
-using Writer = std::function<int(wsp_buffer *)>;
-
-// What the caller sees after one run.
-struct Outcome {
-    int16_t status;
-    uint16_t length;
-    std::string region; // every octet of data[0 .. offset + size)
-};
-
-constexpr uint8_t kUntouched = 0xEE;
-
-// Runs the writer on a fresh output of the given shape whose region is
-// filled with kUntouched; `already` octets count as written before it.
-Outcome run_at(const Writer &w, uint16_t offset, uint16_t already, uint16_t size) {
-    OutBuffer b(size, offset);
-    b.fill(kUntouched);
-    b->length = already;
-    int status = w(b.get());
-    return {static_cast<int16_t>(status), b->length, b.region_hex()};
-}
-
-std::string untouched(uint16_t n) {
-    std::string s;
-    for (uint16_t i = 0; i < n; ++i) s += i ? " EE" : "EE";
-    return s;
-}
-
-// The region of an offset-k run expected from the offset-0 run.
-std::string shifted(const std::string &region0, uint16_t k) {
-    if (k == 0) return region0;
-    if (region0.empty()) return untouched(k);
-    return untouched(k) + " " + region0;
-}
-
-// The octets a writer produces into a roomy output at offset 0.
-Outcome reference(const Writer &w) { return run_at(w, 0, 0, 1024); }
-
-// Number of octets the reference run wrote.
-uint16_t produced(const Writer &w) {
-    Outcome r = reference(w);
-    EXPECT_EQ(r.status, WSP_OK) << "the sample must encode";
-    return r.length;
-}
-
-// The sweep: for every size from `already` to already + n + 2 and for a few
-// offsets, the offset-k run equals the offset-0 run shifted by k.  Returns
-// the smallest size that succeeds (with `already` octets there).
-uint16_t expect_offset_only_moves_bytes(const Writer &w, uint16_t already) {
-    const uint16_t n = produced(w);
-    uint16_t smallest = 0xFFFF;
-    for (uint16_t size = already; size <= already + n + 2; ++size) {
-        const Outcome at0 = run_at(w, 0, already, size);
-        if (at0.status == WSP_OK && smallest == 0xFFFF) smallest = size;
-        for (uint16_t k : {1, 3, 17}) {
-            const Outcome atk = run_at(w, k, already, size);
-            EXPECT_EQ(atk.status, at0.status) << "offset " << k << " size " << size;
-            EXPECT_EQ(atk.length, at0.length) << "offset " << k << " size " << size;
-            EXPECT_EQ(atk.region, shifted(at0.region, k)) << "offset " << k << " size " << size;
-        }
-    }
-    return smallest;
-}
-
-// The whole check for one writer: the sweep with an empty output and with
-// octets already there, and at a non-zero offset the smallest size that
-// succeeds holds exactly the reference octets while one octet less fails.
-void expect_offset_safe(const Writer &w) {
-    const Outcome ref = reference(w);
-    ASSERT_EQ(ref.status, WSP_OK);
-    ASSERT_GT(ref.length, 0);
-    for (uint16_t already : {0, 2}) {
-        SCOPED_TRACE(testing::Message() << "already " << already);
-        const uint16_t smallest = expect_offset_only_moves_bytes(w, already);
-        ASSERT_NE(smallest, 0xFFFF) << "never fits";
-        ASSERT_GE(smallest, already + ref.length);
-
-        OutBuffer fits(smallest, 5);
-        fits.fill(kUntouched);
-        fits->length = already;
-        EXPECT_EQ(static_cast<int16_t>(w(fits.get())), WSP_OK);
-        EXPECT_EQ(fits->length, already + ref.length);
-        std::string want = untouched(static_cast<uint16_t>(5 + already));
-        std::string body = ref.region.substr(0, ref.length * 3 - 1);
-        EXPECT_EQ(hex(fits->data, 5 + already + ref.length), want + " " + body);
-
-        if (smallest > already) {
-            OutBuffer short_one(static_cast<uint16_t>(smallest - 1), 5);
-            short_one->length = already;
-            EXPECT_NE(static_cast<int16_t>(w(short_one.get())), WSP_OK);
-        }
-    }
-}
 
 // A writer of a value text: each run gets its own writable copy.
 Writer text_writer(int (*fn)(const char *, wsp_buffer *), const std::string &text) {
