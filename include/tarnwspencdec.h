@@ -221,8 +221,9 @@ WSP_API int wsp_enc_hdr(wsp_hdr_page_list *pages, wsp_hdrbuf *out, const char *v
 /* Decodes one Content-type value at *cursor (avail octets) into out, which
  * must hold at least 151 bytes (WSP_CONTENT_TYPE_SIZE recommended).
  * Returns WSP_OK (a broken parameter run or an over-long media text yields
- * an empty text and success); WSP_ERR_FAIL for malformed values or no room;
- * WSP_ERR_ARG passed on from parameter decoding. */
+ * an empty text and success); WSP_ERR_FAIL for a NULL argument, avail 0, a
+ * malformed value or a text that does not fit out; WSP_ERR_ARG passed on
+ * from parameter decoding. */
 WSP_API int wsp_decode_content(const uint8_t **cursor, char *out, uint16_t avail);
 
 /* Encodes a content-type text with parameters (text may be NULL; it is not
@@ -236,9 +237,11 @@ WSP_API int wsp_encode_content(const char *text, wsp_buffer *out, const char *ve
 /* Splits a push PDU (type octet at pdu->data + offset) into content type,
  * header block and body.  *spare names the caller's spare buffer record used
  * when pdu->flags bit 0 is set (copies are made into it).
- * Returns WSP_OK or WSP_ERR_FAIL; content-type failures in a PDU without
- * data are passed on unchanged.  HeadersLen 0 frees an own PDU's data and
- * leaves the result empty.
+ * Returns WSP_OK or WSP_ERR_FAIL (NULL pdu or result, empty PDU, unreadable
+ * HeadersLen, headers claiming more than the PDU holds, an external PDU
+ * without a spare, no memory, any failure once data is present);
+ * content-type failures in a PDU without data are passed on unchanged.
+ * HeadersLen 0 frees an own PDU's data and leaves the result empty.
  *
  * Which block the result holds:
  *  - own PDU (flags bit 0 clear): the PDU's own block, re-pointed (its
@@ -268,13 +271,17 @@ WSP_API int wsp_encode_content(const char *text, wsp_buffer *out, const char *ve
 WSP_API int wsp_push_decoding(wsp_buffer *pdu, wsp_push_result *result, wsp_buffer **spare);
 
 /* Copies count bytes at *cursor into a fresh calloc'ed block described by
- * target (offset 0, size = length = count) and advances the cursor.
- * Returns WSP_OK or WSP_ERR_FAIL (no memory; target->data set to NULL). */
+ * target (offset 0, size = length = count) and advances the cursor.  The
+ * target's previous data pointer is overwritten, not freed.
+ * Returns WSP_OK or WSP_ERR_FAIL (NULL argument; no memory: target->data set
+ * to NULL). */
 WSP_API int wsp_decode_hdr(wsp_buffer *target, const uint8_t **cursor, uint16_t count);
 
 /* Decodes the content type at *cursor and places headers and body of a push
  * PDU that carries a body.  *cursor is read, not advanced.
- * Returns WSP_OK, WSP_ERR_FAIL, or the content-type decoder's status. */
+ * Returns WSP_OK, WSP_ERR_FAIL (NULL argument, a content type longer than
+ * headers_length, no memory, an external PDU whose body->body is NULL), or
+ * the content-type decoder's status. */
 WSP_API int wsp_decode_hdentity(const uint8_t **cursor, wsp_buffer *pdu, wsp_push_result *result,
                                 wsp_bodybuf *body, uint16_t headers_length, uint16_t remaining);
 
@@ -294,23 +301,26 @@ WSP_API void wsp_uaphdr_encode(wsp_hdrbuf *block, const wsp_uaprof *profile);
 /* ---- Primitives ---------------------------------------------------------- */
 
 /* Writes value as a uintvar at *cursor (no room check: 5 bytes suffice) and
- * stores the octet count.  Returns WSP_OK. */
+ * stores the octet count.  Returns WSP_OK, or WSP_ERR_FAIL for a NULL
+ * argument. */
 WSP_API int wsp_enc_varint(uint32_t value, uint8_t **cursor, uint8_t *count);
 
 /* Reads a uintvar of at most 5 octets within avail octets.
- * Returns WSP_OK or WSP_ERR_FAIL (leading 0x80, too long, past avail). */
+ * Returns WSP_OK or WSP_ERR_FAIL (NULL argument, leading 0x80, too long,
+ * past avail). */
 WSP_API int wsp_dec_varint(const uint8_t **cursor, uint32_t *value, uint16_t avail);
 
 /* Reads a uintvar that must occupy exactly `octets` octets.
- * Returns WSP_OK or WSP_VARINTLEN_FAIL (65322). */
+ * Returns WSP_OK or WSP_VARINTLEN_FAIL (65322) for every failure, a NULL
+ * argument included. */
 WSP_API int wsp_dec_varintLen(const uint8_t **cursor, uint16_t octets, uint32_t *value, uint16_t avail);
 
 /* Reads a Short-integer (octet 128..255; value = octet & 0x7F).
- * Returns WSP_OK or WSP_ERR_FAIL. */
+ * Returns WSP_OK or WSP_ERR_FAIL (NULL argument, octet below 128). */
 WSP_API int wsp_shortint_direct_decode(const uint8_t **cursor, uint8_t *value);
 
-/* Writes value modulo 256 as a Short-integer.  Returns WSP_OK or
- * WSP_ERR_FAIL (bit 7 of value modulo 256 set). */
+/* Writes value modulo 256 as a Short-integer (no room check).  Returns
+ * WSP_OK or WSP_ERR_FAIL (NULL argument, bit 7 of value modulo 256 set). */
 WSP_API int wsp_short_int_encodeto(uint8_t **cursor, uint32_t value);
 
 /* Appends text as a Token-text (characters, then NUL) in buffer style.
