@@ -9,11 +9,14 @@
 #include <cstring>
 #include <string>
 
+#include "api_core_support.h"
 #include "buffer_offset_sweep.h"
 #include "tarnwspencdec.h"
 #include "wsp_test_support.h"
 
 using namespace wsp_test;
+using conformance_core::low16;
+using conformance_core::OnePageList;
 
 namespace {
 
@@ -44,22 +47,11 @@ wsp_buffer buffer_over(unsigned char *data, uint16_t size, uint16_t offset, uint
 
 // wsp_enc_hdr of one page-1 record holding `lines` into `out`.
 int encode_block(const std::string &lines, wsp_buffer *out, wsp_hdrbuf *holder) {
-    TextCopy text(lines);
-    wsp_hdr_page page;
-    std::memset(&page, 0, sizeof page);
-    page.page = 1;
-    page.text.data = reinterpret_cast<unsigned char *>(text.get());
-    page.text.size = static_cast<uint16_t>(lines.size() + 1);
-    page.text.length = static_cast<uint16_t>(lines.size());
-    wsp_hdr_page_list list;
-    list.count = 1;
-    list.pages = &page;
+    OnePageList list(lines);
     holder->length = 0xBEEF;
     holder->buffer = out;
-    return wsp_enc_hdr(&list, holder, "1.4");
+    return wsp_enc_hdr(list.get(), holder, "1.4");
 }
-
-int16_t low16(int status) { return static_cast<int16_t>(status & 0xFFFF); }
 
 } // namespace
 
@@ -165,53 +157,56 @@ const char kProfile[] = "http://p.example/a"; // 18 characters
 
 } // namespace
 
+namespace {
+
+// wsp_uaphdr_encode on a buffer with two octets already there behind
+// offset 4; the first two octets of data are 11 22, all others EE.
+struct ProfileRun {
+    ProfileRun(uint16_t size, const char *text) : out(size, 4), holder{2, nullptr} {
+        out.fill(0xEE);
+        out->data[0] = 0x11;
+        out->data[1] = 0x22;
+        out->length = 2;
+        holder.buffer = out.get();
+        before = out->data;
+        wsp_uaprof profile = profile_of(text);
+        wsp_uaphdr_encode(&holder, &profile);
+    }
+    OutBuffer out;
+    wsp_hdrbuf holder;
+    unsigned char *before;
+};
+
+} // namespace
+
 TEST(ApiOffsets, ProfileDirectPathFillsSizeBehindOffset) {
     // Two octets already there, size 22 = 2 + code octet + 18 + NUL: the
     // direct path (size >= 18 + 2) fills the buffer exactly.
-    OutBuffer out(22, 4);
-    out.fill(0xEE);
-    out->length = 2;
-    wsp_hdrbuf holder{2, out.get()};
-    wsp_uaprof profile = profile_of(kProfile);
-    unsigned char *before = out->data;
-    wsp_uaphdr_encode(&holder, &profile);
-    EXPECT_EQ(out->data, before);
-    EXPECT_EQ(out->offset, 4);
-    EXPECT_EQ(out->length, 22);
-    EXPECT_EQ(holder.length, 22);
-    EXPECT_EQ(out.region_hex(), "EE EE EE EE EE EE B5 " + hex(text_bytes(kProfile)) + " 00");
+    ProfileRun run(22, kProfile);
+    EXPECT_EQ(run.out->data, run.before);
+    EXPECT_EQ(run.out->offset, 4);
+    EXPECT_EQ(run.out->length, 22);
+    EXPECT_EQ(run.holder.length, 22);
+    EXPECT_EQ(run.out.region_hex(), "11 22 EE EE EE EE B5 " + hex(text_bytes(kProfile)) + " 00");
 }
 
 TEST(ApiOffsets, ProfileDirectPathOneOctetShortLeavesTheBlock) {
-    OutBuffer out(21, 4);
-    out.fill(0xEE);
-    out->length = 2;
-    wsp_hdrbuf holder{2, out.get()};
-    wsp_uaprof profile = profile_of(kProfile);
-    unsigned char *before = out->data;
-    wsp_uaphdr_encode(&holder, &profile);
-    EXPECT_EQ(out->data, before);
-    EXPECT_EQ(out->size, 21);
-    EXPECT_EQ(out->length, 2);
-    EXPECT_EQ(holder.length, 2);
+    ProfileRun run(21, kProfile);
+    EXPECT_EQ(run.out->data, run.before);
+    EXPECT_EQ(run.out->size, 21);
+    EXPECT_EQ(run.out->length, 2);
+    EXPECT_EQ(run.holder.length, 2);
 }
 
 TEST(ApiOffsets, ProfileExtensionPathCopiesFromTheStartOfData) {
     // size 10 < 20 + 2: a new buffer of 20 + 2 + 1 octets at offset 0 takes
     // the first two octets of the old data (not those at its offset), then
     // the Profile header.  The trailing blank is trimmed from the line.
-    static const char text[] = "http://p.example/a \n";
-    OutBuffer out(10, 4);
-    out.fill(0xEE);
-    out->data[0] = 0x11;
-    out->data[1] = 0x22;
-    out->length = 2;
-    wsp_hdrbuf holder{2, out.get()};
-    wsp_uaprof profile = profile_of(text);
-    wsp_uaphdr_encode(&holder, &profile);
-    EXPECT_EQ(out->offset, 0);
-    EXPECT_EQ(out->size, 23);
-    EXPECT_EQ(out->length, 22);
-    EXPECT_EQ(holder.length, 22);
-    EXPECT_EQ(out.written_hex(), "11 22 B5 " + hex(text_bytes(kProfile)) + " 00");
+    ProfileRun run(10, "http://p.example/a \n");
+    EXPECT_NE(run.out->data, run.before);
+    EXPECT_EQ(run.out->offset, 0);
+    EXPECT_EQ(run.out->size, 23);
+    EXPECT_EQ(run.out->length, 22);
+    EXPECT_EQ(run.holder.length, 22);
+    EXPECT_EQ(run.out.written_hex(), "11 22 B5 " + hex(text_bytes(kProfile)) + " 00");
 }
