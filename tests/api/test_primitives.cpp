@@ -371,12 +371,12 @@ TEST(ConfTokenText, EveryOtherPrintableIsAccepted) {
 }
 
 TEST(ConfTokenText, SixteenBitRoomTestWraps) {
-    // 65535 characters + 0 + 1 is 0 in 16 bits: the room test passes and the
-    // length wraps back to where it was.  Only the octets inside the buffer
-    // are written.
+    // 65535 characters + 0 + 1 is 0 in 16 bits: the room test passes, but
+    // the text cannot be stored past the buffer, so the call fails with
+    // length unchanged.  Only the octets inside the buffer are written.
     std::string text(65535, 'a');
     OutBuffer out(10);
-    EXPECT_EQ(WSP_OK, wsp_tokentext_encode_buff(text.c_str(), out.get()));
+    EXPECT_EQ(WSP_ERR_FAIL, wsp_tokentext_encode_buff(text.c_str(), out.get()));
     EXPECT_EQ(0, out->length);
     EXPECT_EQ(hex(Bytes(10, 'a')), hex(out->data, 10));
 }
