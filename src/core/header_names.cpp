@@ -147,3 +147,4 @@ constexpr auto kHeaderRows = wsp_list_rows(kHeaderNames);
 constexpr auto kParamRows = wsp_list_rows(kParamNames);
 WSP_DEFINE_TABLE(wsp_header_names, kHeaderRows);
 WSP_DEFINE_TABLE(wsp_param_names, kParamRows);
+static_assert(wsp_most_rows_per_name(kParamRows, true) == WSP_PARAM_ROWS_PER_NAME);

@@ -10,6 +10,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <type_traits>
 
 #include "primitives.h"
@@ -41,6 +42,7 @@ constexpr bool wsp_row_named(const wsp_table &table, uint16_t row, const char *t
                              bool ignore_case) {
     if ((table.name_at[row] & wsp_table::kAbsent) != 0 || table.name_length(row) != length) return false;
     const char *name = table.pool + table.name_at[row];
+    if (!ignore_case && !std::is_constant_evaluated()) return std::memcmp(name, text, length) == 0;
     for (uint16_t i = 0; i < length; ++i) {
         uint8_t a = static_cast<uint8_t>(name[i]);
         uint8_t b = static_cast<uint8_t>(text[i]);
@@ -70,25 +72,17 @@ constexpr void wsp_each_row_named(const wsp_table &table, const char *text, uint
     }
 }
 
-// The lowest row below `rows` named `text`, or -1.
-constexpr int wsp_index_first(const wsp_table &table, uint16_t rows, const char *text, uint16_t length,
-                              bool ignore_case) {
+// The row a scan over rows 0..last stops at: upward the lowest row named
+// `text`, downward the highest; -1 when none of those rows has the name.
+// Rows come in ascending order, so upward the first one decides, and
+// downward the probe stops at the first row above `last`.
+constexpr int wsp_index_search(const wsp_table &table, const char *text, uint16_t length, bool ignore_case, int last,
+                               bool downward) {
     int found = -1;
     wsp_each_row_named(table, text, length, ignore_case, [&](uint16_t row) {
-        if (row < rows) found = row;
-        return false; // the first match is the lowest; a later one is higher still
-    });
-    return found;
-}
-
-// The highest row not above `from` named `text`, or -1.
-constexpr int wsp_index_last(const wsp_table &table, int from, const char *text, uint16_t length,
-                             bool ignore_case) {
-    int found = -1;
-    wsp_each_row_named(table, text, length, ignore_case, [&](uint16_t row) {
-        if (static_cast<int>(row) > from) return false;
+        if (static_cast<int>(row) > last) return false;
         found = row;
-        return true;
+        return downward;
     });
     return found;
 }
@@ -219,6 +213,30 @@ constexpr bool wsp_index_agrees_with_scan(const wsp_table &table, const std::arr
         }
     }
     return true;
+}
+
+// The most rows any one name has under a case rule.
+template <size_t N>
+constexpr uint16_t wsp_most_rows_per_name(const std::array<wsp_row_text, N> &rows, bool ignore_case) {
+    uint16_t most = 0;
+    for (size_t r = 0; r < N; ++r) {
+        if (rows[r].name == nullptr) continue;
+        uint16_t count = 0;
+        for (size_t s = 0; s < N; ++s) {
+            if (rows[s].name == nullptr) continue;
+            const char *a = rows[r].name;
+            const char *b = rows[s].name;
+            while (*a != '\0' && (ignore_case ? wsp_ascii_lower(static_cast<uint8_t>(*a)) ==
+                                                     wsp_ascii_lower(static_cast<uint8_t>(*b))
+                                               : *a == *b)) {
+                ++a;
+                ++b;
+            }
+            if (*a == '\0' && *b == '\0') ++count;
+        }
+        if (count > most) most = count;
+    }
+    return most;
 }
 
 // The longest run of occupied slots: a bound on any probe.

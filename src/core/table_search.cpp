@@ -11,12 +11,12 @@ namespace {
 // No table name is as long as 0xFFFF characters: a longer text can only miss.
 constexpr size_t kLongestSearchable = 0xFFFF;
 
-bool measure(const char *name, uint16_t *length) {
-    if (name == nullptr) return false;
-    size_t n = std::strlen(name);
-    if (n > kLongestSearchable) return false;
-    *length = static_cast<uint16_t>(n);
-    return true;
+// The one probe behind the searches by name, kept out of line so that they
+// share it.
+[[gnu::noinline]] int search(const wsp_table &table, const char *name, size_t length, bool ignore_case, int last,
+                             bool downward) {
+    if (name == nullptr || length > kLongestSearchable) return -1;
+    return wsp_index_search(table, name, static_cast<uint16_t>(length), ignore_case, last, downward);
 }
 
 // Only the low 16 bits of a code hold the assigned number.
@@ -32,28 +32,26 @@ int wsp_version_index(const char *text) {
 }
 
 int wsp_find_name(const wsp_table &table, uint16_t rows, const char *name, bool ignore_case) {
-    uint16_t length = 0;
-    if (!measure(name, &length)) return -1;
-    return wsp_index_first(table, rows, name, length, ignore_case);
+    if (name == nullptr) return -1;
+    return search(table, name, std::strlen(name), ignore_case, rows - 1, false);
 }
 
 int wsp_find_name_n(const wsp_table &table, uint16_t rows, const char *name, uint16_t length, bool ignore_case) {
-    if (name == nullptr) return -1;
-    return wsp_index_first(table, rows, name, length, ignore_case);
+    return search(table, name, length, ignore_case, rows - 1, false);
 }
 
 int wsp_find_name_down(const wsp_table &table, int from, const char *name, bool ignore_case) {
-    uint16_t length = 0;
-    if (!measure(name, &length)) return -1;
-    return wsp_index_last(table, from, name, length, ignore_case);
+    if (name == nullptr) return -1;
+    return search(table, name, std::strlen(name), ignore_case, from, true);
 }
 
 uint16_t wsp_find_name_rows(const wsp_table &table, const char *name, bool ignore_case, uint16_t *out,
                             uint16_t capacity) {
-    uint16_t length = 0;
+    if (out == nullptr || name == nullptr) return 0;
+    const size_t length = std::strlen(name);
+    if (length > kLongestSearchable) return 0;
     uint16_t found = 0;
-    if (out == nullptr || !measure(name, &length)) return 0;
-    wsp_each_row_named(table, name, length, ignore_case, [&](uint16_t row) {
+    wsp_each_row_named(table, name, static_cast<uint16_t>(length), ignore_case, [&](uint16_t row) {
         if (found == capacity) return false;
         out[found++] = row;
         return true;

@@ -165,6 +165,9 @@ struct wsp_table {
 
 // Name lists: index = code.
 extern const wsp_table wsp_header_names;
+// No parameter name has more rows than this (both spellings of "type",
+// "name", "start" and the others count as one name each).
+inline constexpr uint16_t WSP_PARAM_ROWS_PER_NAME = 2;
 extern const wsp_table wsp_param_names; // 0x04 has no name
 extern const wsp_table wsp_transfer_codings;
 extern const wsp_table wsp_expect_values;

@@ -25,7 +25,6 @@ constexpr uint8_t kShiftDelimiter = 0x7F;
 // a larger count means a broken record.
 constexpr uint8_t kMaxExtensionNames = 128;
 
-
 // Longest Cookie value (with its NUL) the Cookie test copies.
 constexpr size_t kCookieValueMax = 198;
 static_assert(WSP_COOKIE_SCRATCH > kCookieValueMax, "the Cookie copy and its NUL fit the scratch");
@@ -68,7 +67,6 @@ bool next_line(char **cursor, text_line *line) {
 // version text is an unknown one.
 void find_version(block_state *state) {
     state->version_index = WSP_VERSION_UNKNOWN;
-    if (state->version == nullptr) return;
     int row = wsp_version_index(state->version);
     if (row < 0) return;
     state->limit = static_cast<uint8_t>(wsp_version_limits[row].header_end - 1);

@@ -49,17 +49,14 @@ bool is_connectivity_wbxml(const char *media) {
     return media != nullptr && wsp_strcasecmp(media, "application/vnd.wap.connectivity-wbxml") == 0;
 }
 
-// No parameter name has more rows than this.
-constexpr uint16_t kMostParamRowsPerName = 4;
-
 // Downward search of the parameter names the version admits, with the
 // media-type rules: "start" and "start-info" belong to multipart/related,
 // "sec" and "mac" to connectivity-wbxml; without a media type none of them
 // is allowed.  "type" (0x09) outside multipart/related is passed over so
 // that the search goes on down to the older "type" (0x03).
 int find_param_code(const char *name, uint8_t limit, const char *media) {
-    uint16_t rows[kMostParamRowsPerName];
-    uint16_t count = wsp_find_name_rows(wsp_param_names, name, true, rows, kMostParamRowsPerName);
+    uint16_t rows[WSP_PARAM_ROWS_PER_NAME];
+    uint16_t count = wsp_find_name_rows(wsp_param_names, name, true, rows, WSP_PARAM_ROWS_PER_NAME);
     while (count > 0) {
         const int c = rows[--count];
         if (c >= limit) continue;

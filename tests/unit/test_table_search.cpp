@@ -126,9 +126,9 @@ TEST(FindNameDown, MissNullAndStartRow) {
     EXPECT_EQ(wsp_find_name_down(kRows, 6, nullptr, true), -1);
 }
 
-// ---- by name in a name list ----
+// ---- by name in a name list (index = code) ----
 
-TEST(FindListName, UpwardExactAndIgnoreCase) {
+TEST(FindNameInList, UpwardExactAndIgnoreCase) {
     EXPECT_EQ(wsp_find_name(kList, kListCount, "one", false), 0);
     EXPECT_EQ(wsp_find_name(kList, kListCount, "two", false), 5);
     EXPECT_EQ(wsp_find_name(kList, kListCount, "two", true), 2);
@@ -139,7 +139,7 @@ TEST(FindListName, UpwardExactAndIgnoreCase) {
     EXPECT_EQ(wsp_find_name(kList, 5, "two", false), -1);
 }
 
-TEST(FindListName, DownwardExactAndIgnoreCase) {
+TEST(FindNameInList, DownwardExactAndIgnoreCase) {
     EXPECT_EQ(wsp_find_name_down(kList, 5, "one", false), 3);
     EXPECT_EQ(wsp_find_name_down(kList, 2, "one", false), 0);
     EXPECT_EQ(wsp_find_name_down(kList, 5, "TWO", true), 5);
@@ -148,7 +148,7 @@ TEST(FindListName, DownwardExactAndIgnoreCase) {
     EXPECT_EQ(wsp_find_name_down(kList, -1, "one", false), -1);
 }
 
-TEST(FindListName, NullEntryNeverMatches) {
+TEST(FindNameInList, NullEntryNeverMatches) {
     // Parameter code 0x04 has no name: no token finds it.
     EXPECT_EQ(wsp_find_name(wsp_param_names, WSP_PARAM_NAME_ROWS, "", false), -1);
     EXPECT_EQ(wsp_find_name_down(kList, 1, "", true), -1);
