@@ -15,7 +15,7 @@ enum class accept_kind : uint8_t { media, charset, language, coding };
 
 struct accept_table {
     accept_kind kind;
-    const wsp_code_entry *rows;
+    const wsp_table *rows;
     uint16_t count;
 };
 
@@ -23,11 +23,11 @@ struct accept_table {
 // tables are kept so that a direct call behaves like their siblings.
 bool accept_table_for(uint32_t code, accept_table *table) {
     switch (code) {
-    case 0x00: *table = {accept_kind::media, wsp_content_types, WSP_CONTENT_TYPE_ROWS}; return true;
+    case 0x00: *table = {accept_kind::media, &wsp_content_types, WSP_CONTENT_TYPE_ROWS}; return true;
     case 0x01:
-    case 0x3B: *table = {accept_kind::charset, wsp_charsets, WSP_CHARSET_ROWS}; return true;
-    case 0x03: *table = {accept_kind::language, wsp_language_run, WSP_LANGUAGE_RUN_ROWS}; return true;
-    case 0x3C: *table = {accept_kind::coding, wsp_content_codings, WSP_CONTENT_CODING_ROWS}; return true;
+    case 0x3B: *table = {accept_kind::charset, &wsp_charsets, WSP_CHARSET_ROWS}; return true;
+    case 0x03: *table = {accept_kind::language, &wsp_language_run, WSP_LANGUAGE_RUN_ROWS}; return true;
+    case 0x3C: *table = {accept_kind::coding, &wsp_content_codings, WSP_CONTENT_CODING_ROWS}; return true;
     default: return false;
     }
 }
@@ -39,11 +39,11 @@ bool accept_table_for(uint32_t code, accept_table *table) {
 const char *accept_row_name(const accept_table &table, uint32_t code) {
     uint16_t from = 0;
     while (from < table.count) {
-        int hit = wsp_find_code(table.rows + from, static_cast<uint16_t>(table.count - from), code);
+        int hit = wsp_find_code(*table.rows, table.count, code, from);
         if (hit < 0) return nullptr;
-        const char *name = table.rows[from + hit].name;
+        const char *name = table.rows->name(static_cast<uint16_t>(hit));
         if (table.kind != accept_kind::language || std::strlen(name) != 2) return name;
-        from = static_cast<uint16_t>(from + hit + 1);
+        from = static_cast<uint16_t>(hit + 1);
     }
     return nullptr;
 }
@@ -139,7 +139,7 @@ int accept_general(const accept_table &table, uint32_t code, uint8_t cls, const 
         // A Long-integer code takes the first row that carries it, two-letter
         // rows included: 0x81 gives "na", not "nauru".  Only the Short-integer
         // forms pass over the two-letter rows; clients see both as they are.
-        const char *name = wsp_code_name(table.rows, table.count, long_code);
+        const char *name = wsp_code_name(*table.rows, table.count, long_code);
         if (name == nullptr || !value.append(name, WSP_DEC_TEXT_LIMIT)) return kWspErrFail;
         // A code that fills the length exactly is the one bare value this
         // form lets through.

@@ -30,7 +30,7 @@ int read_text_field(wsp_value_reader *v, char *field, uint16_t bound, bool allow
 // must be used exactly.
 int basic_credentials(wsp_value_reader *v, wsp_text_builder *b, uint16_t remaining) {
     char field[WSP_DEC_VALUE_AREA] = {};
-    b->append(wsp_auth_schemes[0]);
+    b->append(wsp_auth_schemes.name(0));
     if (v->length_used_up()) return kWspErrFail;
     if (read_text_field(v, field, v->rest_of_length(), false) != kWspOk) return kWspErrFail;
     if (!b->append(" ") || !b->append(field) || !b->append(" : ")) return kWspErrFail;
@@ -115,7 +115,7 @@ int wsp_dec_challenge(uint32_t code, const uint8_t **cursor, wsp_buffer *out, ui
         // is written.
         if ((*v.p & 0x7F) != kBasicScheme) return kWspErrFail;
         v.p += 1;
-        b.append(wsp_auth_schemes[0]);
+        b.append(wsp_auth_schemes.name(0));
         if (!b.append(" ") || append_realm(&v, &b) != kWspOk) return kWspErrFail;
         int st = write_challenge(out, name, b.text);
         if (st == kWspOk) *cursor = v.p;

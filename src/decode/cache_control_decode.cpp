@@ -33,7 +33,7 @@ int decode_bare(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint16_t
         if (d == kSMaxAge && code != 0x3E) return kWspErrArg;
         if (d == kMaxAge || d == kMinFresh) return kWspErrArg; // these need a value
         if (d > kLastDirective) return kWspErrFail;
-        b.append(wsp_cache_directives[d]);
+        b.append(wsp_cache_directives.name(d));
         p += 1;
     } else {
         // A token directive: its reader's status (-216 for a token that
@@ -100,7 +100,7 @@ int wsp_dec_cache_control(uint32_t code, const uint8_t **cursor, wsp_buffer *out
     case WSP_CLASS_SHORT_INT:
         d = static_cast<uint8_t>(*v.p & 0x7F);
         if (d > kLastDirective) return kWspErrFail;
-        b.append(wsp_cache_directives[d]);
+        b.append(wsp_cache_directives.name(d));
         well_known = true;
         v.p += 1;
         break;

@@ -35,11 +35,11 @@ int decode_constrained_code(const uint8_t **cursor, char *out) {
     uint8_t v = p[0] & 0x7F;
     if (v > kHighestMediaCode) return kWspErrFail;
     if (v < kFirstCodedRow) {
-        std::strcpy(out, wsp_content_types[v].name);
+        std::strcpy(out, wsp_content_types.name(v));
     } else {
         for (uint8_t row = kFirstCodedRow; row <= kLastSearchedRow; ++row) {
-            if (static_cast<uint16_t>(wsp_content_types[row].code) == v) {
-                std::strcpy(out, wsp_content_types[row].name);
+            if (wsp_content_types.code(row) == v) {
+                std::strcpy(out, wsp_content_types.name(row));
                 break;
             }
         }
@@ -60,7 +60,7 @@ int decode_general_media(const uint8_t **cursor, char *out, uint16_t length, uin
         // 0x42.  Both forms are kept as they are on purpose.
         uint8_t v = p[0] & 0x7F;
         if (v > kHighestMediaCode) return kWspErrFail;
-        std::strcpy(out, wsp_content_types[v].name);
+        std::strcpy(out, wsp_content_types.name(v));
         *cursor = p + 1;
         return kWspOk;
     }
@@ -77,7 +77,7 @@ int decode_general_media(const uint8_t **cursor, char *out, uint16_t length, uin
         if (wsp_read_long_int(&p, &code, avail) != kWspOk) return kWspErrFail;
         int row = wsp_find_code_down(wsp_content_types, WSP_CONTENT_TYPE_ROWS - 1, code);
         if (row < 0) return kWspErrFail;
-        std::strcpy(out, wsp_content_types[row].name);
+        std::strcpy(out, wsp_content_types.name(static_cast<uint16_t>(row)));
         *cursor = p;
         return kWspOk;
     }

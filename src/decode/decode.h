@@ -6,6 +6,7 @@
 
 #include <cstdint>
 
+#include "tables.h"
 #include "tarnwspencdec.h"
 
 // Scratch sizes of the decoding side.
@@ -23,7 +24,7 @@ inline constexpr uint16_t WSP_CONTENT_TYPE_LIMIT = 150;
 using wsp_header_decoder = int (*)(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint16_t remaining);
 
 // 72 entries, index = header code 0x00..0x47; nullptr = header skipped.
-extern const wsp_header_decoder wsp_header_decoders[72];
+extern const wsp_header_decoder wsp_header_decoders[WSP_HEADER_NAME_ROWS];
 
 // ---- line writers ----
 int wsp_add_header_line(wsp_buffer *out, const char *name, const char *value);

@@ -8,6 +8,7 @@
 #include <cstdint>
 
 #include "decode.h"
+#include "tables.h"
 #include "tarnwspencdec.h"
 
 // The line name of a well-known header code; nullptr past the name table
@@ -32,7 +33,7 @@ inline uint16_t wsp_long_int_avail(uint16_t left) { return static_cast<uint16_t>
 
 // The name of the first of `rows` rows whose code equals `code` (low 16
 // bits), or nullptr.
-const char *wsp_code_name(const wsp_code_entry *table, uint16_t rows, uint32_t code);
+const char *wsp_code_name(const wsp_table &table, uint16_t rows, uint32_t code);
 
 // A header code given as a Long-integer (Content-Language, Trailer): read
 // with the hard end as bound; a value above 255, or one whose low 8 bits

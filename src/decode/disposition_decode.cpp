@@ -25,7 +25,7 @@ int wsp_dec_disposition(uint32_t code, const uint8_t **cursor, wsp_buffer *out, 
     case WSP_CLASS_SHORT_INT: {
         uint8_t d = static_cast<uint8_t>(*v.p & 0x7F);
         if (d >= WSP_DISPOSITION_ROWS) return kWspErrFail;
-        b.append(wsp_dispositions[d]);
+        b.append(wsp_dispositions.name(d));
         v.p += 1;
         break;
     }

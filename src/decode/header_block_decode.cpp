@@ -24,8 +24,6 @@
 
 namespace {
 
-constexpr uint8_t kContentTypeCode = 0x11;
-constexpr uint8_t kHighestHeaderCode = 0x47;
 constexpr uint8_t kShiftDelimiter = 0x7F;
 constexpr uint8_t kShortCutShiftHighest = 31;
 constexpr uint8_t kDefaultPage = 1;
@@ -34,12 +32,11 @@ constexpr uint8_t kMostPageRows = 128;
 // Page-list names are bounded to the name area, leaving room for the NUL.
 constexpr size_t kLongestPageName = WSP_DEC_NAME_AREA - 1;
 
-// The highest well-known code each encoding version decodes; any other
+// The well-known codes each encoding version (1..4) decodes; any other
 // version number decodes none of them.
 bool version_admits(int version, uint8_t code) {
-    static constexpr uint8_t kLimits[4] = {0x2E, 0x37, 0x43, 0x47};
-    if (version < 1 || version > 4) return false;
-    return code <= kLimits[version - 1];
+    if (version < 1 || version > WSP_VERSION_ROWS) return false;
+    return code < wsp_version_limits[version - 1].header_end;
 }
 
 // Continue the walk: every other value is the final status of the call.
@@ -148,7 +145,7 @@ int well_known_header(block_walk &w) {
 
     // A content-type inside a header block is never written out, and codes
     // past the name table have no decoder.
-    if (code == kContentTypeCode || code > kHighestHeaderCode) return w.skip_value(kWspErrFail);
+    if (code == WSP_HDR_CONTENT_TYPE || code >= WSP_HEADER_NAME_ROWS) return w.skip_value(kWspErrFail);
     wsp_header_decoder decoder = wsp_header_decoders[code];
     if (!version_admits(w.version, code) || decoder == nullptr) return w.skip_value(kWspErrFail);
 

@@ -20,7 +20,6 @@
 namespace {
 
 constexpr uint8_t kHighestParamCode = 0x1D;
-constexpr uint8_t kHighestHeaderCode = 0x47;
 
 uint32_t text_len(const char *s) { return static_cast<uint32_t>(std::strlen(s)); }
 
@@ -79,8 +78,8 @@ int wsp_decode_param(const uint8_t **cursor, uint16_t remaining, char *out, uint
     uint8_t cls = wsp_class_of(p[0]);
     if (cls == WSP_CLASS_SHORT_INT) {
         code = p[0] & 0x7F;
-        if (code > kHighestParamCode || wsp_param_names[code] == nullptr) return kWspErrFail;
-        name = wsp_param_names[code];
+        if (code > kHighestParamCode || wsp_param_names.name(code) == nullptr) return kWspErrFail;
+        name = wsp_param_names.name(code);
         typed = true;
         p += 1;
     } else if (cls == WSP_CLASS_TEXT) {
@@ -228,8 +227,8 @@ int wsp_decode_field_name_list(const uint8_t **cursor, char *out, uint16_t run) 
             name = token;
         } else if (cls == WSP_CLASS_SHORT_INT) {
             uint8_t code = p[0] & 0x7F;
-            if (code > kHighestHeaderCode) return kWspErrFail;
-            name = wsp_header_names[code];
+            if (code >= WSP_HEADER_NAME_ROWS) return kWspErrFail;
+            name = wsp_header_names.name(code);
             p += 1;
         } else {
             return kWspErrArg;

@@ -22,7 +22,6 @@ constexpr uint16_t kFirstCodedContentRow = 64;
 constexpr uint16_t kLastShortCodedContentRow = 69;
 
 constexpr uint8_t kHighestParamCode = 0x1D;
-constexpr uint8_t kHighestHeaderCode = 0x47;
 constexpr size_t kNumberText = 16;
 
 void put_uint(char *out, uint32_t v) { std::snprintf(out, kNumberText, "%u", static_cast<unsigned>(v)); }
@@ -33,9 +32,9 @@ void append_uint(char *out, uint32_t v) { put_uint(out + std::strlen(out), v); }
 // index the table directly, 64..127 are looked for by code in rows 64..69
 // and give nullptr (nothing written) when no row carries them.
 const char *short_media_name(uint8_t v) {
-    if (v < kFirstCodedContentRow) return wsp_content_types[v].name;
+    if (v < kFirstCodedContentRow) return wsp_content_types.name(v);
     for (uint16_t row = kFirstCodedContentRow; row <= kLastShortCodedContentRow; ++row) {
-        if (static_cast<uint16_t>(wsp_content_types[row].code) == v) return wsp_content_types[row].name;
+        if (wsp_content_types.code(row) == v) return wsp_content_types.name(row);
     }
     return nullptr;
 }
@@ -118,7 +117,7 @@ int decode_charset(const uint8_t **cursor, char *out, uint16_t remaining) {
     const uint8_t *p = *cursor;
     if (read_small_or_long(&p, remaining, &mib) != kWspOk) return kWspErrFail;
     int row = wsp_find_code(wsp_charsets, WSP_CHARSET_ROWS, mib);
-    std::strcpy(out, row >= 0 ? wsp_charsets[row].name : "unknown-charset");
+    std::strcpy(out, row >= 0 ? wsp_charsets.name(static_cast<uint16_t>(row)) : "unknown-charset");
     *cursor = p;
     return kWspOk;
 }
@@ -145,8 +144,8 @@ int decode_differences(const uint8_t **cursor, char *out, uint16_t remaining) {
     uint8_t cls = wsp_class_of(p[0]);
     if (cls == WSP_CLASS_SHORT_INT) {
         uint8_t code = p[0] & 0x7F;
-        if (code > kHighestHeaderCode) return kWspErrFail;
-        std::strcpy(out, wsp_header_names[code]);
+        if (code >= WSP_HEADER_NAME_ROWS) return kWspErrFail;
+        std::strcpy(out, wsp_header_names.name(code));
         *cursor = p + 1;
         return kWspOk;
     }

@@ -47,7 +47,7 @@ int wsp_dec_pragma(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint1
         uint8_t pragma = 0;
         if (wsp_shortint_direct_decode(&p, &pragma) != kWspOk || pragma != kNoCache) return kWspErrFail;
         // The cursor moves whatever the merging writer answers.
-        return wsp_write_value_line(code, wsp_pragma_values[0].name, out, wsp_line_writer::merging, cursor, p,
+        return wsp_write_value_line(code, wsp_pragma_values.name(0), out, wsp_line_writer::merging, cursor, p,
                                     wsp_cursor_rule::always);
     }
     if (cls != WSP_CLASS_SHORT_LENGTH && cls != WSP_CLASS_LENGTH_QUOTE) return kWspErrFail;

@@ -38,7 +38,7 @@ int append_text_field(wsp_value_reader *v, wsp_text_builder *b) {
 // code without a row.
 const char *profile_warning_text(uint8_t octet) {
     int row = wsp_find_code(wsp_status_codes, WSP_STATUS_CODE_ROWS, static_cast<uint32_t>(octet & 0x7F));
-    return row < 0 ? nullptr : wsp_status_codes[row].name;
+    return row < 0 ? nullptr : wsp_status_codes.name(static_cast<uint16_t>(row));
 }
 
 } // namespace

@@ -13,7 +13,7 @@ namespace {
 // run past 127), or the id itself as Token-text.
 int append_app_id(const char *element, wsp_buffer *out) {
     int row = wsp_find_name(wsp_push_app_ids, WSP_PUSH_APP_ID_ROWS, element, false);
-    int status = row >= 0 ? wsp_append_integer(static_cast<uint16_t>(wsp_push_app_ids[row].code), out)
+    int status = row >= 0 ? wsp_append_integer(wsp_push_app_ids.code(static_cast<uint16_t>(row)), out)
                           : wsp_tokentext_encode_buff(element, out);
     return status == kWspOk ? kWspOk : kWspErrFail;
 }

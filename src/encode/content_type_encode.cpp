@@ -61,15 +61,6 @@ class text_copy {
     char *text_;
 };
 
-// Row of the version text in wsp_content_type_versions, -1 when unknown.
-int content_version_row(const char *version) {
-    if (version == nullptr) return -1;
-    for (uint16_t row = 0; row < WSP_VERSION_ROWS; ++row) {
-        if (std::strcmp(wsp_content_type_versions[row].name, version) == 0) return row;
-    }
-    return -1;
-}
-
 // Builds the Long-integer of code at the start of area (kLongCodeArea
 // zeroed bytes) and returns its size N (length octet plus code octets).
 uint16_t build_long_code(uint32_t code, uint8_t *area) {
@@ -126,12 +117,12 @@ int wsp_write_general_form(wsp_buffer *out, const wsp_buffer *scratch) {
 }
 
 extern "C" WSP_API int wsp_encode_content(const char *text, wsp_buffer *out, const char *version) {
-    int row = content_version_row(version);
+    int row = wsp_version_index(version);
     if (row < 0) return kWspErrVersion;
     // A missing output (or one without data) is refused rather than written
     // through a null pointer.
     if (out == nullptr || out->data == nullptr) return kWspErrFail;
-    const uint16_t limit = static_cast<uint16_t>(wsp_content_type_versions[row].code);
+    const uint16_t limit = wsp_version_limits[row].content_type_rows;
     const uint8_t version_index = static_cast<uint8_t>(row);
 
     if (text == nullptr) return write_empty_content(out);
@@ -145,7 +136,7 @@ extern "C" WSP_API int wsp_encode_content(const char *text, wsp_buffer *out, con
     // Only the version's leading rows may be sent as a code; the scan runs
     // downward so that the highest admitted row wins.
     int found = wsp_find_name_down(wsp_content_types, static_cast<int>(limit) - 1, media, true);
-    uint32_t code = found >= 0 ? (wsp_content_types[found].code & 0xFFFFu) : 0;
+    uint32_t code = found >= 0 ? wsp_content_types.code(static_cast<uint16_t>(found)) : 0;
 
     char *param = wsp_enc_next_element(&pos, ";");
     if (param == nullptr) {

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 
+#include "tables.h"
 #include "tarnwspencdec.h"
 
 // Version index: 0..3 for "1.1".."1.4", 4 when the text is not recognised.
@@ -16,7 +17,7 @@ inline constexpr uint8_t WSP_VERSION_UNKNOWN = 4;
 using wsp_header_encoder = int (*)(uint8_t code, char *value, wsp_buffer *out, uint8_t version_index);
 
 // 72 entries, index = header code 0x00..0x47; nullptr = no encoder.
-extern const wsp_header_encoder wsp_header_encoders[72];
+extern const wsp_header_encoder wsp_header_encoders[WSP_HEADER_NAME_ROWS];
 
 // Size of the Cookie test's scratch area in wsp_enc_hdr.
 inline constexpr uint16_t WSP_COOKIE_SCRATCH = 200;

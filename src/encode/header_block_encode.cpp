@@ -25,11 +25,6 @@ constexpr uint8_t kShiftDelimiter = 0x7F;
 // a larger count means a broken record.
 constexpr uint8_t kMaxExtensionNames = 128;
 
-constexpr uint8_t kCodeAccept = 0x00;
-constexpr uint8_t kCodeContentType = 0x11;
-constexpr uint8_t kCodeCookie = 0x42;
-constexpr uint8_t kCodeEncodingVersion = 0x43;
-
 // Longest Cookie value (with its NUL) the Cookie test copies.
 constexpr size_t kCookieValueMax = 198;
 static_assert(WSP_COOKIE_SCRATCH > kCookieValueMax, "the Cookie copy and its NUL fit the scratch");
@@ -72,14 +67,10 @@ bool next_line(char **cursor, text_line *line) {
 // version text is an unknown one.
 void find_version(block_state *state) {
     state->version_index = WSP_VERSION_UNKNOWN;
-    if (state->version == nullptr) return;
-    for (uint16_t row = 0; row < WSP_VERSION_ROWS; ++row) {
-        if (std::strcmp(wsp_header_versions[row].name, state->version) == 0) {
-            state->limit = static_cast<uint8_t>(wsp_header_versions[row].code - 1);
-            state->version_index = static_cast<uint8_t>(row);
-            return;
-        }
-    }
+    int row = wsp_version_index(state->version);
+    if (row < 0) return;
+    state->limit = static_cast<uint8_t>(wsp_version_limits[row].header_end - 1);
+    state->version_index = static_cast<uint8_t>(row);
 }
 
 // Token-text name, then the value as a Text-string as it stands.
@@ -117,12 +108,12 @@ cookie_test test_cookie(const char *value) {
 int encode_page1_line(block_state *state, const text_line &line, int *remembered) {
     find_version(state);
     wsp_str_lower(line.name);
-    int found = wsp_find_list_name_down(wsp_header_names, state->limit, line.name, false);
+    int found = wsp_find_name_down(wsp_header_names, state->limit, line.name, false);
     if (found >= 0) *remembered = found;
 
     // The content type travels outside the header block.
-    if (*remembered == kCodeContentType) return kWspErrFail;
-    if (*remembered == kCodeCookie) {
+    if (*remembered == WSP_HDR_CONTENT_TYPE) return kWspErrFail;
+    if (*remembered == WSP_HDR_COOKIE) {
         cookie_test verdict = test_cookie(line.value);
         if (verdict == cookie_test::fail) return kWspErrFail;
         if (verdict == cookie_test::application_header) {
@@ -132,8 +123,8 @@ int encode_page1_line(block_state *state, const text_line &line, int *remembered
     if (found < 0) return write_application_header(line.name, line.value, state->out);
 
     const uint8_t code = static_cast<uint8_t>(found);
-    if (code == kCodeAccept) return wsp_encode_accept(kCodeAccept, line.value, state->out, state->version_index);
-    if (code == kCodeEncodingVersion && device_encoding_version_as_text() == 1) {
+    if (code == WSP_HDR_ACCEPT) return wsp_encode_accept(WSP_HDR_ACCEPT, line.value, state->out, state->version_index);
+    if (code == WSP_HDR_ENCODING_VERSION && device_encoding_version_as_text() == 1) {
         return write_application_header(line.name, line.value, state->out);
     }
     // Profile, Profile-Diff, Profile-Warning and Set-Cookie are recognised

@@ -17,9 +17,6 @@ namespace {
 
 bool ok(int status) { return static_cast<int16_t>(status) == static_cast<int16_t>(kWspOk); }
 
-// Number of leading wsp_param_names entries each version may send.
-constexpr uint8_t kParamLimit[4] = {9, 12, 17, 30};
-
 constexpr int kUntyped = -1; // no admitted code: the parameter goes out untyped
 constexpr int kRefused = -2; // the media type does not allow the parameter
 
@@ -58,9 +55,11 @@ bool is_connectivity_wbxml(const char *media) {
 // is allowed.  "type" (0x09) outside multipart/related is passed over so
 // that the search goes on down to the older "type" (0x03).
 int find_param_code(const char *name, uint8_t limit, const char *media) {
-    for (int c = static_cast<int>(limit) - 1; c >= 0; --c) {
-        const char *candidate = wsp_param_names[c];
-        if (candidate == nullptr || wsp_strcasecmp(candidate, name) != 0) continue;
+    uint16_t rows[WSP_PARAM_ROWS_PER_NAME];
+    uint16_t count = wsp_find_name_rows(wsp_param_names, name, true, rows, WSP_PARAM_ROWS_PER_NAME);
+    while (count > 0) {
+        const int c = rows[--count];
+        if (c >= limit) continue;
         switch (c) {
         case kParamTypeRelated:
             if (is_multipart_related(media)) return c;
@@ -186,7 +185,7 @@ int wsp_encode_param_value(char *value, uint8_t code, wsp_buffer *out, uint8_t *
     case kParamCharset: {
         int row = wsp_find_name(wsp_charsets, WSP_CHARSET_ROWS, value, true);
         if (row < 0) return kWspErrFail;
-        status = wsp_append_integer(wsp_charsets[row].code & 0xFFFFu, out);
+        status = wsp_append_integer(wsp_charsets.code(static_cast<uint16_t>(row)), out);
         break;
     }
     case kParamLevel:
@@ -207,7 +206,7 @@ int wsp_encode_param_value(char *value, uint8_t code, wsp_buffer *out, uint8_t *
         status = wsp_append_text_string(value, out);
         break;
     case kParamDifferences: {
-        int field = wsp_find_list_name(wsp_header_names, WSP_HEADER_NAME_ROWS, value, true);
+        int field = wsp_find_name(wsp_header_names, WSP_HEADER_NAME_ROWS, value, true);
         status = field >= 0 ? wsp_append_short_int(static_cast<uint32_t>(field), out)
                             : wsp_tokentext_encode_buff(value, out);
         break;
@@ -248,7 +247,7 @@ int wsp_encode_param_value(char *value, uint8_t code, wsp_buffer *out, uint8_t *
 int wsp_encode_param(char *text, wsp_buffer *out, uint8_t version_index, const char *media) {
     if (version_index > 3) return kWspErrVersion;
     if (text == nullptr || out == nullptr) return kWspErrFail;
-    const uint8_t limit = kParamLimit[version_index];
+    const uint8_t limit = wsp_version_limits[version_index].param_rows;
     // The typed value's scratch is sized on the whole parameter text, taken
     // before the text is cut.
     const uint16_t scratch_size = wsp_enc_scratch_size(text);
