@@ -48,8 +48,5 @@ int wsp_date_value_text(uint32_t seconds, char *out);
 int wsp_decode_date(const uint8_t **cursor, char *out, uint16_t avail);
 // Lower-case HTTP-date text (cut in place) appended as a Long-integer.
 int wsp_parse_http_date(char *text, wsp_buffer *out);
-// Header encoders (the signature of wsp_header_encoder).
-int wsp_encode_date_header(uint8_t code, char *text, wsp_buffer *out, uint8_t version_index);
-int wsp_encode_if_range(uint8_t code, char *text, wsp_buffer *out, uint8_t version_index);
 
 #endif
