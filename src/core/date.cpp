@@ -206,17 +206,14 @@ int wsp_date_value_text(uint32_t seconds, char *out) {
     return kWspOk;
 }
 
-// The Long-integer reader is given the available octets minus one, so that
-// the length octet and the value octets both lie inside them.  With no octet
-// available at all that count would wrap to 65535 and the length octet would
-// be read from outside the input: refused with -214 instead.  The cursor is
-// left where it was on every failure.
+// The Long-integer reader keeps the length octet and the value octets inside
+// the available octets; with none available it refuses before reading.  The
+// cursor is left where it was on every failure.
 int wsp_decode_date(const uint8_t **cursor, char *out, uint16_t avail) {
     if (cursor == nullptr || *cursor == nullptr || out == nullptr) return kWspErrFail;
-    if (avail == 0) return kWspErrFail;
     const uint8_t *const start = *cursor;
     uint32_t seconds = 0;
-    if (wsp_read_long_int(cursor, &seconds, static_cast<uint16_t>(avail - 1)) != kWspOk) return kWspErrFail;
+    if (wsp_read_long_int(cursor, &seconds, avail) != kWspOk) return kWspErrFail;
     if (wsp_date_value_text(seconds, out) != kWspOk) {
         *cursor = start;
         return kWspErrFail;

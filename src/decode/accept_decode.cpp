@@ -132,9 +132,7 @@ int accept_general(const accept_table &table, uint32_t code, uint8_t cls, const 
         value.sync();
     } else if (field_cls == WSP_CLASS_SHORT_LENGTH && coded_by_long) {
         uint32_t long_code = 0;
-        uint16_t avail = wsp_long_int_avail(left);
-        if (length < avail) avail = length;
-        int status = wsp_read_long_int(&p, &long_code, avail);
+        int status = wsp_read_long_int(&p, &long_code, wsp_long_int_in_field(length, left));
         if (status != kWspOk) return status;
         // A Long-integer code takes the first row that carries it, two-letter
         // rows included: 0x81 gives "na", not "nauru".  Only the Short-integer

@@ -20,7 +20,7 @@ constexpr uint16_t kAppIdTextLimit = 198;
 int read_app_code(const uint8_t **p, uint8_t cls, uint16_t remaining, wsp_text_builder *value) {
     uint32_t app = 0;
     if (cls == WSP_CLASS_SHORT_LENGTH) {
-        int status = wsp_read_long_int(p, &app, wsp_long_int_avail(remaining));
+        int status = wsp_read_long_int(p, &app, remaining);
         if (status != kWspOk) return status;
     } else {
         uint8_t short_code = 0;

@@ -57,7 +57,7 @@ int decode_text_directive_argument(wsp_value_reader *v, char *value) {
         uint32_t n = 0;
         // The Long-integer's length octet and its octets must all lie in
         // what is left of the value (and of the input).
-        if (wsp_read_long_int(&v->p, &n, static_cast<uint16_t>(in_value - 1)) != kWspOk) return kWspErrFail;
+        if (wsp_read_long_int(&v->p, &n, in_value) != kWspOk) return kWspErrFail;
         std::snprintf(value, WSP_DEC_VALUE_AREA, "%d", static_cast<int32_t>(n));
         return kWspOk;
     }

@@ -68,13 +68,10 @@ int decode_general_media(const uint8_t **cursor, char *out, uint16_t length, uin
         return wsp_read_text_value(cursor, out, WSP_CLASS_TEXT, length, kContentTypeCapacity);
     case WSP_CLASS_SHORT_LENGTH: {
         // A Long-integer code, the only form that reaches codes above 0xFF;
-        // rows are searched from the last one up.  The reader's limit is
-        // the value length, kept one below the octets left so that a length
-        // octet equal to it cannot reach past the end (it would fail the
-        // consumed-octets test anyway).
-        uint16_t avail = length < left ? length : wsp_long_int_avail(left);
+        // rows are searched from the last one up.  The reader is bounded by
+        // the value length and by the octets left.
         uint32_t code = 0;
-        if (wsp_read_long_int(&p, &code, avail) != kWspOk) return kWspErrFail;
+        if (wsp_read_long_int(&p, &code, wsp_long_int_in_field(length, left)) != kWspOk) return kWspErrFail;
         int row = wsp_find_code_down(wsp_content_types, WSP_CONTENT_TYPE_ROWS - 1, code);
         if (row < 0) return kWspErrFail;
         std::strcpy(out, wsp_content_types[row].name);

@@ -42,7 +42,7 @@ int decode_untyped_value(const uint8_t **cursor, char *value, uint16_t left) {
     switch (wsp_class_of(p[0])) {
     case WSP_CLASS_SHORT_LENGTH: {
         uint32_t v = 0;
-        status = wsp_read_long_int(&p, &v, wsp_long_int_avail(left));
+        status = wsp_read_long_int(&p, &v, left);
         if (status != kWspOk) return status;
         std::snprintf(value, WSP_DEC_SCRATCH, "%d", static_cast<int>(static_cast<int32_t>(v)));
         break;

@@ -106,7 +106,7 @@ int read_small_or_long(const uint8_t **cursor, uint16_t remaining, uint32_t *val
         return kWspOk;
     }
     if (cls == WSP_CLASS_SHORT_LENGTH) {
-        if (wsp_read_long_int(&p, value, wsp_long_int_avail(remaining)) != kWspOk) return kWspErrFail;
+        if (wsp_read_long_int(&p, value, remaining) != kWspOk) return kWspErrFail;
         *cursor = p;
         return kWspOk;
     }
@@ -195,7 +195,7 @@ int wsp_decode_integer_text(const uint8_t **cursor, char *out, uint16_t remainin
     if (cls != WSP_CLASS_SHORT_LENGTH) return kWspErrFail;
     if (first <= 4) {
         uint32_t v = 0;
-        if (wsp_read_long_int(&p, &v, wsp_long_int_avail(remaining)) != kWspOk) return kWspErrFail;
+        if (wsp_read_long_int(&p, &v, remaining) != kWspOk) return kWspErrFail;
         put_uint(out, v);
         *cursor = p;
         return kWspOk;

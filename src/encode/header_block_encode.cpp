@@ -13,8 +13,6 @@
 
 namespace {
 
-bool ok(int status) { return static_cast<int16_t>(status) == static_cast<int16_t>(kWspOk); }
-
 constexpr uint8_t kDefaultPage = 1;
 constexpr uint8_t kFirstExtensionPage = 0x10;
 constexpr uint8_t kLastShortCutPage = 0x1F;
@@ -84,8 +82,8 @@ void find_version(block_state *state) {
 
 // Token-text name, then the value as a Text-string as it stands.
 int write_application_header(const char *name, const char *value, wsp_buffer *out) {
-    if (!ok(wsp_tokentext_encode_buff(name, out))) return kWspErrFail;
-    return ok(wsp_append_text_string(value, out)) ? kWspOk : kWspErrFail;
+    if (!wsp_ok(wsp_tokentext_encode_buff(name, out))) return kWspErrFail;
+    return wsp_ok(wsp_append_text_string(value, out)) ? kWspOk : kWspErrFail;
 }
 
 enum class cookie_test { encode, application_header, fail };
@@ -160,8 +158,8 @@ int encode_extension_line(const wsp_hdr_page &page, const text_line &line, wsp_b
         }
     }
     if (!matched) status = wsp_tokentext_encode_buff(line.name, out);
-    if (!ok(status)) return kWspErrFail;
-    return ok(wsp_append_text_string(line.value, out)) ? kWspOk : kWspErrFail;
+    if (!wsp_ok(status)) return kWspErrFail;
+    return wsp_ok(wsp_append_text_string(line.value, out)) ? kWspOk : kWspErrFail;
 }
 
 // Walks the lines of one record.  The consumed count adds each line's step
@@ -183,7 +181,7 @@ int encode_lines(block_state *state, const wsp_hdr_page &page, char *cursor) {
         }
         int status = extension ? encode_extension_line(page, line, state->out)
                                : encode_page1_line(state, line, &remembered);
-        if (!ok(status)) return kWspErrFail;
+        if (!wsp_ok(status)) return kWspErrFail;
         consumed = static_cast<uint16_t>(consumed + line.step);
         if (consumed >= text_length) break;
     }
@@ -194,7 +192,7 @@ int encode_lines(block_state *state, const wsp_hdr_page &page, char *cursor) {
 // so that no byte lands past size.
 bool append_switch(const uint8_t *octets, uint16_t n, wsp_buffer *out) {
     if (static_cast<uint32_t>(out->length) + n > out->size) return false;
-    return ok(wsp_append_bytes(octets, n, out));
+    return wsp_ok(wsp_append_bytes(octets, n, out));
 }
 
 // One page record: its switch octets, then its lines.
@@ -250,7 +248,7 @@ extern "C" WSP_API int wsp_enc_hdr(wsp_hdr_page_list *pages, wsp_hdrbuf *out, co
 
     block_state state{buffer, version, 0, WSP_VERSION_UNKNOWN};
     for (uint16_t i = 0; i < pages->count; ++i) {
-        if (!ok(encode_record(&state, pages->pages[i], i))) {
+        if (!wsp_ok(encode_record(&state, pages->pages[i], i))) {
             // The bytes written so far go with the buffer.
             wsp_dealloc_hdrbuf(out);
             return kWspErrFail;
