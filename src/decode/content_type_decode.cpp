@@ -21,10 +21,10 @@ constexpr uint8_t kHighestMediaCode = 81;
 constexpr uint8_t kFirstCodedRow = 64;
 constexpr uint8_t kLastSearchedRow = 69;
 // Every media text and the text as a whole stay below this many octets.
-constexpr uint16_t kContentTypeCapacity = WSP_CONTENT_TYPE_LIMIT;
+constexpr uint16_t kContentTypeCapacity = WSP_CONTENT_TYPE_CAPACITY;
 // A general-form media text that, with its NUL, is longer than this costs
 // the whole value (emptied, skipped, success).
-constexpr size_t kLongestMediaWithNul = 149;
+constexpr size_t kLongestMediaWithNul = WSP_CONTENT_TYPE_CAPACITY - 1;
 
 // Constrained well-known media: 0..63 index the table, 64..81 are looked up
 // by code in rows 64..69; no such row leaves the output untouched and still

@@ -11,12 +11,13 @@
 #include "primitives.h"
 #include "scratch.h"
 #include "tables.h"
+#include "text_limits.h"
 
 namespace {
 
 // The whole parameterised value (media and parameters) is built here and
 // must fit; a longer value is refused with -214.
-constexpr uint16_t kContentScratchSize = 150;
+constexpr uint16_t kContentScratchSize = WSP_CONTENT_TYPE_CAPACITY;
 
 // A media code above 127 is first written as a Long-integer into a 5-byte
 // area (length octet and at most four code octets).  wsp_encode_content
@@ -117,7 +118,8 @@ int wsp_write_media_code(uint32_t code, wsp_buffer *out) {
 }
 
 // The general form is exactly a Value-length followed by the bytes: the
-// length octets are counted before the room test, callers rely on it.
+// length octets are counted before the room test, callers rely on it
+// (WriteGeneralForm.LengthOctetsStayCountedWhenTheValueDoesNotFit).
 int wsp_write_general_form(wsp_buffer *out, const wsp_buffer *scratch) {
     if (out == nullptr || scratch == nullptr) return kWspErrFail;
     return wsp_ok(wsp_append_value_block(out, scratch)) ? kWspOk : kWspErrFail;

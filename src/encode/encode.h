@@ -18,9 +18,6 @@ using wsp_header_encoder = int (*)(uint8_t code, char *value, wsp_buffer *out, u
 // 72 entries, index = header code 0x00..0x47; nullptr = no encoder.
 extern const wsp_header_encoder wsp_header_encoders[72];
 
-// Size of the Cookie test's scratch area in wsp_enc_hdr.
-inline constexpr uint16_t WSP_COOKIE_SCRATCH = 200;
-
 // ---- content types, parameters, Accept lists ----
 int wsp_encode_param(char *text, wsp_buffer *out, uint8_t version_index, const char *media);
 int wsp_encode_param_value(char *value, uint8_t code, wsp_buffer *out, uint8_t *fallback);

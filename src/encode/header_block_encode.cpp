@@ -10,6 +10,7 @@
 #include "primitives.h"
 #include "switches.h"
 #include "tables.h"
+#include "text_limits.h"
 
 namespace {
 
@@ -28,9 +29,9 @@ constexpr uint8_t kCodeContentType = 0x11;
 constexpr uint8_t kCodeCookie = 0x42;
 constexpr uint8_t kCodeEncodingVersion = 0x43;
 
-// Longest Cookie value (with its NUL) the Cookie test copies.
-constexpr size_t kCookieValueMax = 198;
-static_assert(WSP_COOKIE_SCRATCH > kCookieValueMax, "the Cookie copy and its NUL fit the scratch");
+// Longest Cookie value (with its NUL) the Cookie test copies into its
+// WSP_TEXT_AREA scratch.
+constexpr size_t kCookieValueMax = WSP_TEXT_CAPACITY;
 
 // What one call keeps while it walks the records.
 struct block_state {
@@ -96,7 +97,7 @@ enum class cookie_test { encode, application_header, fail };
 cookie_test test_cookie(const char *value) {
     size_t length = std::strlen(value);
     if (length + 1 > kCookieValueMax) return cookie_test::fail;
-    char copy[WSP_COOKIE_SCRATCH] = {};
+    char copy[WSP_TEXT_AREA] = {};
     std::memcpy(copy, value, length + 1);
     wsp_str_lower(copy);
     // copy + 8 stays inside the zeroed scratch even for short values.
