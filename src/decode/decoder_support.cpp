@@ -20,7 +20,7 @@ int wsp_read_small_long_code(const uint8_t **cursor, uint16_t remaining, uint32_
     if (remaining == 0) return kWspErrFail;
     const uint8_t *p = *cursor;
     uint32_t value = 0;
-    int status = wsp_read_long_int(&p, &value, wsp_long_int_avail(remaining));
+    int status = wsp_read_long_int(&p, &value, remaining);
     if (status != kWspOk) return status;
     // The low-octet test against the octets left is odd but kept: a code
     // such as 0x0C behind a value with only a few octets left is refused.

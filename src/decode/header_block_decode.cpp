@@ -30,7 +30,7 @@ constexpr uint8_t kDefaultPage = 1;
 // A page that claims more rows than this has every header skipped.
 constexpr uint8_t kMostPageRows = 128;
 // Page-list names are bounded to the name area, leaving room for the NUL.
-constexpr size_t kLongestPageName = WSP_DEC_NAME_AREA - 1;
+constexpr size_t kLongestPageName = WSP_NAME_AREA - 1;
 
 // The well-known codes each encoding version (1..4) decodes; any other
 // version number decodes none of them.
@@ -52,9 +52,9 @@ struct block_walk {
     uint16_t pos = 0;
     uint8_t page = kDefaultPage;
     const wsp_dec_page *current = nullptr;
-    char name[WSP_DEC_NAME_AREA] = {};
-    char value[WSP_DEC_VALUE_AREA] = {};
-    char skipped_name[WSP_DEC_NAME_AREA] = {};
+    char name[WSP_NAME_AREA] = {};
+    char value[WSP_TEXT_AREA] = {};
+    char skipped_name[WSP_NAME_AREA] = {};
 
     bool at_end() const { return pos >= length; }
     const uint8_t *here() const { return start + pos; }
@@ -120,7 +120,7 @@ int write_named_value(block_walk &w, bool drop_long_text) {
     if (wsp_is_text_class(wsp_class_of(value[0])) || value[0] == 0) {
         const uint8_t *p = value;
         std::memset(w.value, 0, sizeof w.value);
-        int status = wsp_read_text_string(&p, w.value, remaining, WSP_DEC_SCRATCH);
+        int status = wsp_read_text_string(&p, w.value, remaining, WSP_TEXT_CAPACITY);
         if (status == kWspErrTruncated && drop_long_text) return w.pass_value();
         if (status != kWspOk) return w.release(kWspErrArg);
         status = wsp_add_header_line(w.out, w.name, w.value);
@@ -206,7 +206,7 @@ int code_page_header(block_walk &w) {
 int application_header(block_walk &w) {
     std::memset(w.name, 0, sizeof w.name);
     const uint8_t *p = w.here();
-    int status = wsp_read_token_text(&p, w.name, w.remaining(), WSP_DEC_NAME_LIMIT);
+    int status = wsp_read_token_text(&p, w.name, w.remaining(), WSP_NAME_CAPACITY);
     if (status == kWspErrTruncated) {
         // A name of 30 characters or more: the whole header is passed over.
         status = w.pass_value();
@@ -253,7 +253,7 @@ int skip_mode(block_walk &w) {
             if (status != kContinue) return status;
         } else if (cls == WSP_CLASS_TEXT) {
             const uint8_t *p = w.here();
-            if (wsp_read_token_text(&p, w.skipped_name, w.remaining(), WSP_DEC_NAME_LIMIT) != kWspOk)
+            if (wsp_read_token_text(&p, w.skipped_name, w.remaining(), WSP_NAME_CAPACITY) != kWspOk)
                 return w.release(kWspErrArg);
             w.move_to(p);
             uint32_t size = 0;

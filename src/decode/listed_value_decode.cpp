@@ -40,7 +40,7 @@ bool listed_table_for(uint32_t code, listed_table *table) {
 // A Token-text value read into the text area (capacity 198); the reader's
 // status comes back unchanged, so an over-long token returns -216.
 int read_token_value(const uint8_t **p, wsp_text_builder *value, uint16_t remaining) {
-    int status = wsp_read_token_text(p, value->text, remaining, WSP_DEC_SCRATCH);
+    int status = wsp_read_token_text(p, value->text, remaining, WSP_TEXT_CAPACITY);
     if (status == kWspOk) value->sync();
     return status;
 }
@@ -79,11 +79,11 @@ int wsp_dec_listed_value(uint32_t code, const uint8_t **cursor, wsp_buffer *out,
             if (code != WSP_HDR_CONTENT_LANGUAGE) return kWspErrFail;
             name = "unknown-language";
         }
-        if (!value.append(name, WSP_DEC_TEXT_LIMIT)) return kWspErrFail;
+        if (!value.append(name, WSP_TEXT_LIMIT)) return kWspErrFail;
     } else {
         return kWspErrArg;
     }
-    if (value.len > WSP_DEC_TEXT_LIMIT) return kWspErrFail;
+    if (value.len > WSP_TEXT_LIMIT) return kWspErrFail;
     return wsp_write_value_line(code, value.text, out, wsp_line_writer::merging, cursor, p, wsp_cursor_rule::on_ok);
 }
 
@@ -97,10 +97,10 @@ int wsp_dec_allow(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint16
     wsp_text_builder value;
     const char *name = wsp_code_name(wsp_methods, WSP_METHOD_ROWS, method);
     if (name != nullptr) {
-        if (!value.append(name, WSP_DEC_TEXT_LIMIT)) return kWspErrFail;
+        if (!value.append(name, WSP_TEXT_LIMIT)) return kWspErrFail;
     } else if (method >= 0x40 && method <= 0x7F) {
         // A method code without a name is written as its number.
-        if (!value.append_uint(method, WSP_DEC_TEXT_LIMIT)) return kWspErrFail;
+        if (!value.append_uint(method, WSP_TEXT_LIMIT)) return kWspErrFail;
     } else {
         return kWspErrFail;
     }
@@ -116,7 +116,7 @@ int wsp_dec_vary(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint16_
         uint8_t field = 0;
         if (wsp_shortint_direct_decode(&p, &field) != kWspOk) return kWspErrFail;
         if (field > kLastHeaderCode) return kWspErrFail;
-        if (!value.append(wsp_header_names.name(field), WSP_DEC_TEXT_LIMIT)) return kWspErrFail;
+        if (!value.append(wsp_header_names.name(field), WSP_TEXT_LIMIT)) return kWspErrFail;
     } else if (cls == WSP_CLASS_TEXT) {
         int status = read_token_value(&p, &value, remaining);
         if (status != kWspOk) return status;
@@ -148,13 +148,13 @@ int wsp_dec_trailer(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint
         const char *name = wsp_header_names.name(static_cast<uint16_t>(field));
         // Only coded names are checked; the same names as text pass.
         if (is_refused_trailer(name)) return kWspErrFail;
-        if (!value.append(name, WSP_DEC_TEXT_LIMIT)) return kWspErrFail;
+        if (!value.append(name, WSP_TEXT_LIMIT)) return kWspErrFail;
     } else if (cls == WSP_CLASS_TEXT) {
         int status = read_token_value(&p, &value, remaining);
         if (status != kWspOk) return status;
     } else {
         return kWspErrArg;
     }
-    if (value.len > WSP_DEC_TEXT_LIMIT) return kWspErrFail;
+    if (value.len > WSP_TEXT_LIMIT) return kWspErrFail;
     return wsp_write_value_line(code, value.text, out, wsp_line_writer::merging, cursor, p, wsp_cursor_rule::on_ok);
 }

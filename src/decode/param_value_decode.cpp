@@ -3,7 +3,7 @@
 //
 // Every reader here is bounded by the hard end (cursor + remaining): a
 // value that needs an octet at or past it fails with -214.  `out` is a
-// value area of at least 200 octets (WSP_DEC_VALUE_AREA); the text readers
+// value area of at least 200 octets (WSP_TEXT_AREA); the text readers
 // are given a capacity of 198.
 #include <cstdio>
 #include <cstring>
@@ -42,7 +42,7 @@ const char *short_media_name(uint8_t v) {
 // A Text-string read within the octets left (the reader counts a leading
 // Quote against them too).
 int read_text_string_within(const uint8_t **p, char *out, uint16_t left) {
-    return wsp_read_text_string(p, out, left, WSP_DEC_SCRATCH);
+    return wsp_read_text_string(p, out, left, WSP_TEXT_CAPACITY);
 }
 
 // Texts of the name/filename/start/comment/domain/path family: each form
@@ -55,7 +55,7 @@ int read_param_text(const uint8_t **p, char *out, uint8_t cls, uint16_t left) {
         return read_text_string_within(p, out, left);
     case WSP_CLASS_QUOTED:
     case WSP_CLASS_TEXT:
-        return wsp_read_text_value(p, out, cls, left, WSP_DEC_SCRATCH);
+        return wsp_read_text_value(p, out, cls, left, WSP_TEXT_CAPACITY);
     default:
         return kWspErrFail;
     }
@@ -105,7 +105,7 @@ int read_small_or_long(const uint8_t **cursor, uint16_t remaining, uint32_t *val
         return kWspOk;
     }
     if (cls == WSP_CLASS_SHORT_LENGTH) {
-        if (wsp_read_long_int(&p, value, wsp_long_int_avail(remaining)) != kWspOk) return kWspErrFail;
+        if (wsp_read_long_int(&p, value, remaining) != kWspOk) return kWspErrFail;
         *cursor = p;
         return kWspOk;
     }
@@ -149,7 +149,7 @@ int decode_differences(const uint8_t **cursor, char *out, uint16_t remaining) {
         *cursor = p + 1;
         return kWspOk;
     }
-    if (cls == WSP_CLASS_TEXT) return wsp_read_token_text(cursor, out, remaining, WSP_DEC_SCRATCH);
+    if (cls == WSP_CLASS_TEXT) return wsp_read_token_text(cursor, out, remaining, WSP_TEXT_CAPACITY);
     return kWspErrFail;
 }
 
@@ -165,7 +165,7 @@ int decode_related_type(const uint8_t **cursor, char *out, uint16_t remaining) {
         *cursor = p + 1;
         return kWspOk;
     }
-    return wsp_read_text_value(cursor, out, cls, remaining, WSP_DEC_SCRATCH);
+    return wsp_read_text_value(cursor, out, cls, remaining, WSP_TEXT_CAPACITY);
 }
 
 int decode_max_age(const uint8_t **cursor, char *out, uint16_t remaining) {
@@ -174,7 +174,7 @@ int decode_max_age(const uint8_t **cursor, char *out, uint16_t remaining) {
     const uint8_t *p = *cursor;
     int status = wsp_decode_integer_text(&p, out, remaining);
     if (status != kWspOk) return status;
-    if (std::strlen(out) > WSP_DEC_TEXT_LIMIT) return kWspErrFail;
+    if (std::strlen(out) > WSP_TEXT_LIMIT) return kWspErrFail;
     *cursor = p;
     return kWspOk;
 }
@@ -194,7 +194,7 @@ int wsp_decode_integer_text(const uint8_t **cursor, char *out, uint16_t remainin
     if (cls != WSP_CLASS_SHORT_LENGTH) return kWspErrFail;
     if (first <= 4) {
         uint32_t v = 0;
-        if (wsp_read_long_int(&p, &v, wsp_long_int_avail(remaining)) != kWspOk) return kWspErrFail;
+        if (wsp_read_long_int(&p, &v, remaining) != kWspOk) return kWspErrFail;
         put_uint(out, v);
         *cursor = p;
         return kWspOk;
@@ -264,7 +264,7 @@ int wsp_decode_param_value(const uint8_t **cursor, char *out, uint8_t code, uint
     case 0x1C:
     case 0x1D:
         if (cls != WSP_CLASS_TEXT) return kWspErrFail;
-        return wsp_read_token_text(cursor, out, remaining, WSP_DEC_SCRATCH);
+        return wsp_read_token_text(cursor, out, remaining, WSP_TEXT_CAPACITY);
     case 0x13:
     case 0x14:
     case 0x15:

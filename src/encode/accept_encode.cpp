@@ -13,8 +13,6 @@
 
 namespace {
 
-bool ok(int status) { return static_cast<int16_t>(status) == static_cast<int16_t>(kWspOk); }
-
 
 // "*" in Accept-Charset is Any-charset (0), in Accept-Encoding any coding (3).
 constexpr uint32_t kAnyCharset = 0;
@@ -33,13 +31,13 @@ char *cut_item(char *element, char **rest) {
 
 // The header code octet that opens every element; an output left exactly
 // full by it is refused as well.
-bool write_element_code(uint16_t code, wsp_buffer *out) { return ok(wsp_append_short_int(code, out)); }
+bool write_element_code(uint16_t code, wsp_buffer *out) { return wsp_ok(wsp_append_short_int(code, out)); }
 
 // A list item without parameters: a known code in the list form, an
 // unknown item as plain text and NUL.
 int write_bare_item(int32_t code, const char *item, wsp_buffer *out) {
     int status = code >= 0 ? wsp_write_media_code(static_cast<uint32_t>(code), out) : wsp_append_plain_text(item, out);
-    return ok(status) ? kWspOk : kWspErrFail;
+    return wsp_ok(status) ? kWspOk : kWspErrFail;
 }
 
 // Inside a parameterised element the item is an Integer-value when known,
@@ -47,7 +45,7 @@ int write_bare_item(int32_t code, const char *item, wsp_buffer *out) {
 int write_item_in_scratch(int32_t code, const char *item, wsp_buffer *scratch) {
     int status = code >= 0 ? wsp_append_integer(static_cast<uint32_t>(code), scratch)
                            : wsp_append_text_string(item, scratch);
-    return ok(status) ? kWspOk : kWspErrFail;
+    return wsp_ok(status) ? kWspOk : kWspErrFail;
 }
 
 // One "q" or "q=value" parameter of an Accept-Charset/-Language/-Encoding
@@ -60,10 +58,10 @@ int write_q_param(char *param, wsp_buffer *scratch) {
     char *value = wsp_enc_next_element(&pos, "=");
     if (value == nullptr) {
         const uint8_t zero = 0;
-        return ok(wsp_append_bytes(&zero, 1, scratch)) ? kWspOk : kWspErrFail;
+        return wsp_ok(wsp_append_bytes(&zero, 1, scratch)) ? kWspOk : kWspErrFail;
     }
     uint8_t fallback = 1;
-    return ok(wsp_encode_param_value(value, 0x00, scratch, &fallback)) ? kWspOk : kWspErrFail;
+    return wsp_ok(wsp_encode_param_value(value, 0x00, scratch, &fallback)) ? kWspOk : kWspErrFail;
 }
 
 } // namespace
@@ -89,17 +87,17 @@ int wsp_encode_accept(uint16_t code, char *value, wsp_buffer *out, uint8_t versi
 
         char *param = wsp_enc_next_element(&params, ";");
         if (param == nullptr) {
-            if (!ok(write_bare_item(media_code, media, out))) return kWspErrFail;
+            if (!wsp_ok(write_bare_item(media_code, media, out))) return kWspErrFail;
         } else {
             wsp_scratch scratch(scratch_size);
             if (!scratch.ok()) return kWspErrFail;
             wsp_buffer *encoded = scratch.get();
-            if (!ok(write_item_in_scratch(media_code, media, encoded))) return kWspErrFail;
+            if (!wsp_ok(write_item_in_scratch(media_code, media, encoded))) return kWspErrFail;
             do {
-                if (!ok(wsp_encode_param(param, encoded, version_index, nullptr))) return kWspErrFail;
+                if (!wsp_ok(wsp_encode_param(param, encoded, version_index, nullptr))) return kWspErrFail;
                 param = wsp_enc_next_element(&params, ";");
             } while (param != nullptr);
-            if (!ok(wsp_write_general_form(out, encoded))) return kWspErrFail;
+            if (!wsp_ok(wsp_write_general_form(out, encoded))) return kWspErrFail;
         }
         element = wsp_enc_next_element(&list, ",");
     }
@@ -155,20 +153,20 @@ int wsp_encode_accept_qlist(uint16_t code, char *value, wsp_buffer *out) {
 
         char *param = wsp_enc_next_element(&params, ";");
         if (param == nullptr) {
-            if (!ok(write_bare_item(item_code, item, out))) return kWspErrFail;
+            if (!wsp_ok(write_bare_item(item_code, item, out))) return kWspErrFail;
         } else {
             wsp_scratch scratch(scratch_size);
             if (!scratch.ok()) return kWspErrFail;
             wsp_buffer *encoded = scratch.get();
-            if (!ok(write_item_in_scratch(item_code, item, encoded))) return kWspErrFail;
+            if (!wsp_ok(write_item_in_scratch(item_code, item, encoded))) return kWspErrFail;
             uint16_t param_count = 0;
             do {
                 if (strict && param_count > 0) return kWspErrFail;
-                if (!ok(write_q_param(param, encoded))) return kWspErrFail;
+                if (!wsp_ok(write_q_param(param, encoded))) return kWspErrFail;
                 ++param_count;
                 param = wsp_enc_next_element(&params, ";");
             } while (param != nullptr);
-            if (!ok(wsp_write_general_form(out, encoded))) return kWspErrFail;
+            if (!wsp_ok(wsp_write_general_form(out, encoded))) return kWspErrFail;
         }
         ++written;
         element = wsp_enc_next_element(&list, ",");

@@ -26,7 +26,7 @@ int wsp_encode_app_id(uint8_t code, char *value, wsp_buffer *out, uint8_t versio
     char *element = wsp_enc_next_element(&cursor, ",");
     // No id at all: nothing is written, not even the code octet, and the
     // call succeeds.  Kept on purpose; callers rely on an empty line
-    // vanishing from the block.
+    // vanishing from the block (EncodeAppId.EmptyValueWritesNothingAtAll).
     if (element == nullptr) return kWspOk;
     if (wsp_write_code_octet(code, out) != kWspOk) return kWspErrFail;
     if (append_app_id(element, out) != kWspOk) return kWspErrFail;

@@ -11,14 +11,13 @@
 #include "primitives.h"
 #include "scratch.h"
 #include "tables.h"
+#include "text_limits.h"
 
 namespace {
 
-bool ok(int status) { return static_cast<int16_t>(status) == static_cast<int16_t>(kWspOk); }
-
 // The whole parameterised value (media and parameters) is built here and
 // must fit; a longer value is refused with -214.
-constexpr uint16_t kContentScratchSize = 150;
+constexpr uint16_t kContentScratchSize = WSP_CONTENT_TYPE_CAPACITY;
 
 // A media code above 127 is first written as a Long-integer into a 5-byte
 // area (length octet and at most four code octets).  wsp_encode_content
@@ -81,13 +80,13 @@ int write_long_media_code(uint32_t code, bool from_n, wsp_buffer *out) {
     uint8_t bytes[1 + kLongCodeLimit] = {};
     bytes[0] = static_cast<uint8_t>(n);
     std::memcpy(bytes + 1, area + (from_n ? n : 0), n);
-    return ok(wsp_append_bytes(bytes, static_cast<uint16_t>(n + 1), out)) ? kWspOk : kWspErrFail;
+    return wsp_ok(wsp_append_bytes(bytes, static_cast<uint16_t>(n + 1), out)) ? kWspOk : kWspErrFail;
 }
 
 // The value of a null or empty content type: a single 00.
 int write_empty_content(wsp_buffer *out) {
     const uint8_t zero = 0;
-    return ok(wsp_append_bytes(&zero, 1, out)) ? kWspOk : kWspErrFail;
+    return wsp_ok(wsp_append_bytes(&zero, 1, out)) ? kWspOk : kWspErrFail;
 }
 
 // A known media code in wsp_encode_content's own form.  Above 127 the N
@@ -97,7 +96,7 @@ int write_empty_content(wsp_buffer *out) {
 // library's output have been built against; keep it.  The list encoders
 // use wsp_write_media_code and are not affected.
 int write_content_media_code(uint32_t code, wsp_buffer *out) {
-    if (code <= 127) return ok(wsp_append_short_int(code, out)) ? kWspOk : kWspErrFail;
+    if (code <= 127) return wsp_ok(wsp_append_short_int(code, out)) ? kWspOk : kWspErrFail;
     return write_long_media_code(code, true, out);
 }
 
@@ -105,15 +104,16 @@ int write_content_media_code(uint32_t code, wsp_buffer *out) {
 
 int wsp_write_media_code(uint32_t code, wsp_buffer *out) {
     if (out == nullptr) return kWspErrFail;
-    if (code <= 127) return ok(wsp_append_short_int(code, out)) ? kWspOk : kWspErrFail;
+    if (code <= 127) return wsp_ok(wsp_append_short_int(code, out)) ? kWspOk : kWspErrFail;
     return write_long_media_code(code, false, out);
 }
 
 // The general form is exactly a Value-length followed by the bytes: the
-// length octets are counted before the room test, callers rely on it.
+// length octets are counted before the room test, callers rely on it
+// (WriteGeneralForm.LengthOctetsStayCountedWhenTheValueDoesNotFit).
 int wsp_write_general_form(wsp_buffer *out, const wsp_buffer *scratch) {
     if (out == nullptr || scratch == nullptr) return kWspErrFail;
-    return ok(wsp_append_value_block(out, scratch)) ? kWspOk : kWspErrFail;
+    return wsp_ok(wsp_append_value_block(out, scratch)) ? kWspOk : kWspErrFail;
 }
 
 extern "C" WSP_API int wsp_encode_content(const char *text, wsp_buffer *out, const char *version) {
@@ -142,7 +142,7 @@ extern "C" WSP_API int wsp_encode_content(const char *text, wsp_buffer *out, con
     if (param == nullptr) {
         // Extension-media goes out as plain text and NUL: no 127 quote, even
         // when the first octet is 128 or above.
-        if (found < 0) return ok(wsp_append_plain_text(media, out)) ? kWspOk : kWspErrFail;
+        if (found < 0) return wsp_ok(wsp_append_plain_text(media, out)) ? kWspOk : kWspErrFail;
         return write_content_media_code(code, out);
     }
 
@@ -150,9 +150,9 @@ extern "C" WSP_API int wsp_encode_content(const char *text, wsp_buffer *out, con
     if (!scratch.ok()) return kWspErrFail;
     wsp_buffer *value = scratch.get();
     int status = found >= 0 ? wsp_append_integer(code, value) : wsp_append_plain_text(media, value);
-    if (!ok(status)) return kWspErrFail;
+    if (!wsp_ok(status)) return kWspErrFail;
     do {
-        if (!ok(wsp_encode_param(param, value, version_index, media))) return kWspErrFail;
+        if (!wsp_ok(wsp_encode_param(param, value, version_index, media))) return kWspErrFail;
         param = wsp_enc_next_element(&pos, ";");
     } while (param != nullptr);
     return wsp_write_general_form(out, value);

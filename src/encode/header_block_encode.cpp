@@ -10,10 +10,9 @@
 #include "primitives.h"
 #include "switches.h"
 #include "tables.h"
+#include "text_limits.h"
 
 namespace {
-
-bool ok(int status) { return static_cast<int16_t>(status) == static_cast<int16_t>(kWspOk); }
 
 constexpr uint8_t kDefaultPage = 1;
 constexpr uint8_t kFirstExtensionPage = 0x10;
@@ -25,9 +24,9 @@ constexpr uint8_t kShiftDelimiter = 0x7F;
 // a larger count means a broken record.
 constexpr uint8_t kMaxExtensionNames = 128;
 
-// Longest Cookie value (with its NUL) the Cookie test copies.
-constexpr size_t kCookieValueMax = 198;
-static_assert(WSP_COOKIE_SCRATCH > kCookieValueMax, "the Cookie copy and its NUL fit the scratch");
+// Longest Cookie value (with its NUL) the Cookie test copies into its
+// WSP_TEXT_AREA scratch.
+constexpr size_t kCookieValueMax = WSP_TEXT_CAPACITY;
 
 // What one call keeps while it walks the records.
 struct block_state {
@@ -75,8 +74,8 @@ void find_version(block_state *state) {
 
 // Token-text name, then the value as a Text-string as it stands.
 int write_application_header(const char *name, const char *value, wsp_buffer *out) {
-    if (!ok(wsp_tokentext_encode_buff(name, out))) return kWspErrFail;
-    return ok(wsp_append_text_string(value, out)) ? kWspOk : kWspErrFail;
+    if (!wsp_ok(wsp_tokentext_encode_buff(name, out))) return kWspErrFail;
+    return wsp_ok(wsp_append_text_string(value, out)) ? kWspOk : kWspErrFail;
 }
 
 enum class cookie_test { encode, application_header, fail };
@@ -89,7 +88,7 @@ enum class cookie_test { encode, application_header, fail };
 cookie_test test_cookie(const char *value) {
     size_t length = std::strlen(value);
     if (length + 1 > kCookieValueMax) return cookie_test::fail;
-    char copy[WSP_COOKIE_SCRATCH] = {};
+    char copy[WSP_TEXT_AREA] = {};
     std::memcpy(copy, value, length + 1);
     wsp_str_lower(copy);
     // copy + 8 stays inside the zeroed scratch even for short values.
@@ -151,8 +150,8 @@ int encode_extension_line(const wsp_hdr_page &page, const text_line &line, wsp_b
         }
     }
     if (!matched) status = wsp_tokentext_encode_buff(line.name, out);
-    if (!ok(status)) return kWspErrFail;
-    return ok(wsp_append_text_string(line.value, out)) ? kWspOk : kWspErrFail;
+    if (!wsp_ok(status)) return kWspErrFail;
+    return wsp_ok(wsp_append_text_string(line.value, out)) ? kWspOk : kWspErrFail;
 }
 
 // Walks the lines of one record.  The consumed count adds each line's step
@@ -174,7 +173,7 @@ int encode_lines(block_state *state, const wsp_hdr_page &page, char *cursor) {
         }
         int status = extension ? encode_extension_line(page, line, state->out)
                                : encode_page1_line(state, line, &remembered);
-        if (!ok(status)) return kWspErrFail;
+        if (!wsp_ok(status)) return kWspErrFail;
         consumed = static_cast<uint16_t>(consumed + line.step);
         if (consumed >= text_length) break;
     }
@@ -185,7 +184,7 @@ int encode_lines(block_state *state, const wsp_hdr_page &page, char *cursor) {
 // so that no byte lands past size.
 bool append_switch(const uint8_t *octets, uint16_t n, wsp_buffer *out) {
     if (static_cast<uint32_t>(out->length) + n > out->size) return false;
-    return ok(wsp_append_bytes(octets, n, out));
+    return wsp_ok(wsp_append_bytes(octets, n, out));
 }
 
 // One page record: its switch octets, then its lines.
@@ -241,7 +240,7 @@ extern "C" WSP_API int wsp_enc_hdr(wsp_hdr_page_list *pages, wsp_hdrbuf *out, co
 
     block_state state{buffer, version, 0, WSP_VERSION_UNKNOWN};
     for (uint16_t i = 0; i < pages->count; ++i) {
-        if (!ok(encode_record(&state, pages->pages[i], i))) {
+        if (!wsp_ok(encode_record(&state, pages->pages[i], i))) {
             // The bytes written so far go with the buffer.
             wsp_dealloc_hdrbuf(out);
             return kWspErrFail;

@@ -6,7 +6,7 @@
 
 #include "core/tables.h"
 #include "decode/decode.h"
-#include "decoder_harness.h"
+#include "unit_support.h"
 #include "wsp_test_support.h"
 
 using namespace wsp_test;
