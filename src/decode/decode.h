@@ -14,7 +14,7 @@ inline constexpr uint16_t WSP_DEC_NAME_LIMIT = 30;  // capacity handed to the na
 inline constexpr uint16_t WSP_DEC_VALUE_AREA = 200; // text values (<= 197 chars)
 inline constexpr uint16_t WSP_DEC_SCRATCH = 198;    // a value or parameter text
 inline constexpr uint16_t WSP_DEC_TEXT_LIMIT = 197; // longest text a decoder writes
-inline constexpr uint16_t WSP_DEC_LONG_TEXT = 1601; // wsp_dec_text_value's heap area
+inline constexpr uint16_t WSP_DEC_LONG_TEXT = 1601; // wsp_dec_text_value's bound (<= 1600 chars)
 inline constexpr uint16_t WSP_CONTENT_TYPE_LIMIT = 150;
 
 // A well-known header value decoder: reads the value at *cursor (remaining
@@ -24,6 +24,13 @@ using wsp_header_decoder = int (*)(uint32_t code, const uint8_t **cursor, wsp_bu
 
 // 72 entries, index = header code 0x00..0x47; nullptr = header skipped.
 extern const wsp_header_decoder wsp_header_decoders[72];
+
+// ---- the header block walk ----
+// wsp_dec_hdr's work.  `indexed` false makes every line write take the
+// exact walk over the whole output text instead of the per-call line
+// index; the results are the same, which the tests hold it to.
+int wsp_decode_header_block(wsp_hdrbuf *block, wsp_buffer *out, const wsp_dec_page_list *pages, int version,
+                            bool indexed);
 
 // ---- line writers ----
 int wsp_add_header_line(wsp_buffer *out, const char *name, const char *value);
