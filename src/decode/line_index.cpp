@@ -174,12 +174,12 @@ bool wsp_line_index_find(const wsp_line_index *ix, const uint8_t *text, const ch
 
 void wsp_line_index_appended(wsp_line_index *ix, const uint8_t *text, uint16_t new_end) {
     const uint16_t from = ix->end;
+    ix->end = new_end;
     if (std::memchr(text + from, '"', static_cast<size_t>(new_end - from)) != nullptr ||
         (new_end > 0 && text[new_end - 1] != '\n')) {
         ix->usable = false;
         return;
     }
-    ix->end = new_end;
     index_lines(ix, text, from, new_end);
 }
 
