@@ -22,6 +22,28 @@ uint32_t name_hash(const uint8_t *p, uint16_t n) {
     return h ^ (h >> 15);
 }
 
+// The filter's bits for a name: kFilterProbes positions by double hashing.
+constexpr uint32_t kFilterBits = wsp_line_index::kFilterBytes * 8u;
+
+uint32_t filter_step(uint32_t h) { return ((h * 0x9E3779B1u) >> 7) | 1u; }
+
+void filter_add(wsp_line_index *ix, uint32_t h) {
+    uint32_t step = filter_step(h);
+    for (uint8_t k = 0; k < wsp_line_index::kFilterProbes; ++k, h += step) {
+        uint32_t bit = h % kFilterBits;
+        ix->filter[bit >> 3] = static_cast<uint8_t>(ix->filter[bit >> 3] | (1u << (bit & 7)));
+    }
+}
+
+bool filter_may_hold(const wsp_line_index *ix, uint32_t h) {
+    uint32_t step = filter_step(h);
+    for (uint8_t k = 0; k < wsp_line_index::kFilterProbes; ++k, h += step) {
+        uint32_t bit = h % kFilterBits;
+        if ((ix->filter[bit >> 3] & (1u << (bit & 7))) == 0) return false;
+    }
+    return true;
+}
+
 // The line starting at `start` (not a line feed, below end).
 wsp_indexed_line line_at(const uint8_t *text, uint16_t start, uint16_t end) {
     wsp_indexed_line l{start, start, start, start};
@@ -91,14 +113,15 @@ bool grow(wsp_line_index *ix, const uint8_t *text, uint16_t upto) {
 void index_lines(wsp_line_index *ix, const uint8_t *text, uint16_t from, uint16_t upto) {
     uint16_t pos = from;
     wsp_indexed_line l;
-    while (!ix->full && next_line(text, &pos, upto, &l)) {
-        insert_result r = insert(ix, text, l);
-        if (r == insert_result::no_room) {
-            if (!grow(ix, text, l.start) || insert(ix, text, l) == insert_result::no_room) {
-                ix->full = true;
-                ix->overflow = l.start;
-            }
+    while (next_line(text, &pos, upto, &l)) {
+        if (!ix->full) {
+            if (insert(ix, text, l) != insert_result::no_room) continue;
+            if (grow(ix, text, l.start) && insert(ix, text, l) != insert_result::no_room) continue;
+            ix->full = true;
+            ix->overflow = l.start;
+            std::memset(ix->filter, 0, sizeof ix->filter);
         }
+        filter_add(ix, name_hash(text + l.name, static_cast<uint16_t>(l.name_stop - l.name)));
     }
 }
 
@@ -148,7 +171,8 @@ wsp_line_index *wsp_line_index_of(wsp_buffer *out) {
 
 bool wsp_line_index_find(const wsp_line_index *ix, const uint8_t *text, const char *name, uint16_t n,
                          wsp_indexed_line *line) {
-    uint16_t i = static_cast<uint16_t>(name_hash(reinterpret_cast<const uint8_t *>(name), n) & ix->mask);
+    const uint32_t h = name_hash(reinterpret_cast<const uint8_t *>(name), n);
+    uint16_t i = static_cast<uint16_t>(h & ix->mask);
     for (;;) {
         uint16_t v = ix->slot[i];
         if (v == 0) break;
@@ -159,15 +183,33 @@ bool wsp_line_index_find(const wsp_line_index *ix, const uint8_t *text, const ch
         }
         i = static_cast<uint16_t>((i + 1) & ix->mask);
     }
-    if (!ix->full) return false;
-    // Lines left out of a full table: looked at one by one.
+    if (!ix->full || !filter_may_hold(ix, h)) return false;
+    // Lines left out of a full table that may carry the name: looked at
+    // one by one, the name compared where the line starts before the line
+    // is cut (a line led by colons is cut first).
+    const uint16_t end = ix->end;
     uint16_t pos = ix->overflow;
-    wsp_indexed_line l;
-    while (next_line(text, &pos, ix->end, &l)) {
-        if (name_is(text, l, name, n)) {
-            *line = l;
-            return true;
+    while (pos < end) {
+        if (text[pos] == '\n') {
+            ++pos;
+            continue;
         }
+        const bool leads = text[pos] == ':' || (static_cast<uint32_t>(pos) + n < end &&
+                                                 std::memcmp(text + pos, name, n) == 0 &&
+                                                 (text[pos + n] == ':' || text[pos + n] == '\n'));
+        wsp_indexed_line l;
+        if (leads) {
+            l = line_at(text, pos, end);
+            if (name_is(text, l, name, n)) {
+                *line = l;
+                return true;
+            }
+            pos = l.stop;
+            continue;
+        }
+        const void *nl = std::memchr(text + pos, '\n', static_cast<size_t>(end - pos));
+        if (nl == nullptr) break;
+        pos = static_cast<uint16_t>(static_cast<const uint8_t *>(nl) - text);
     }
     return false;
 }

@@ -25,11 +25,17 @@
 #include "tarnwspencdec.h"
 
 struct wsp_line_index {
-    // Most names the table holds; lines after the table is full are found
-    // by scanning them (see `overflow`).  Sized so that the deepest decoder
-    // under wsp_dec_hdr stays within the stack allowance on the target.
-    static constexpr uint16_t kSlots = 512;
+    // The table holds the names of the first lines (up to three quarters of
+    // kSlots distinct names, far more than a realistic block brings).
+    // Lines after it filled are not in it; their names go into a bit
+    // filter instead, which tells for certain when a name is on none of
+    // them, and only when it may be are those lines looked at one by one.
+    // Both are sized so that the deepest decoder under wsp_dec_hdr stays
+    // within the stack allowance on the target.
+    static constexpr uint16_t kSlots = 128;
     static constexpr uint16_t kFirstSlots = 32;
+    static constexpr uint16_t kFilterBytes = 1280;
+    static constexpr uint8_t kFilterProbes = 4;
 
     bool usable = false;
     bool full = false;     // the table filled up: lines from `overflow` on are not in it
@@ -41,6 +47,8 @@ struct wsp_line_index {
     // Only the slots up to `mask` are ever read, and they are cleared as
     // they come into use, so the array is left uninitialised.
     uint16_t slot[kSlots];
+    // Names of the lines from `overflow` on (cleared when the table fills).
+    uint8_t filter[kFilterBytes];
 };
 
 // The output record handed to the header decoders during wsp_dec_hdr.
