@@ -226,7 +226,9 @@ void wsp_line_index_appended(wsp_line_index *ix, const uint8_t *text, uint16_t n
 }
 
 void wsp_line_index_inserted(wsp_line_index *ix, uint16_t at, uint16_t grown) {
-    for (uint32_t i = 0; i <= ix->mask; ++i) {
+    // The last line growing (repeats in a row) moves nothing.
+    const bool lines_follow = static_cast<uint32_t>(at) + 1 < ix->end;
+    for (uint32_t i = 0; lines_follow && i <= ix->mask; ++i) {
         uint16_t v = ix->slot[i];
         if (v != 0 && v - 1 > at) ix->slot[i] = static_cast<uint16_t>(v + grown);
     }

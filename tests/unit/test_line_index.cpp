@@ -89,7 +89,7 @@ TEST(LineIndex, WritersMatchTheExactWalk) {
     std::mt19937 rng(20261124);
     int writes = 0;
     int through_index = 0;
-    for (int round = 0; round < 20000; ++round) {
+    for (int round = 0; round < 10000; ++round) {
         // Half the rounds keep to octets that leave the index in use
         // (no quotation marks, line feeds or zero octets, roomy buffers),
         // so that it lives through long runs of writes; the other half
