@@ -5,10 +5,10 @@
 // written are stepped over.
 //
 // Input bounds: the block is the holder's `length` octets from data +
-// offset, and nothing past its end is read, with one exception: a Token-text
-// name or a text value read by the walk itself may end with its NUL on the
-// first octet after the block when that octet is below the input buffer's
-// `size` (a block handed over without its last terminator).  Positions are kept as
+// offset, and nothing past its end is read, with one exception: a
+// Token-text name or a text value read by the walk itself may end with its
+// NUL on the first octet after the block when that octet is below the
+// input buffer's `size` (counted from data).  Positions are kept as
 // offsets from the block start; a value that claims more octets than are
 // left ends the walk at the block's end, exactly where a step past it would
 // have ended it.  An entry whose next octet would lie past the end fails
