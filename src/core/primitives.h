@@ -73,6 +73,10 @@ int wsp_read_long_int(const uint8_t **cursor, uint32_t *value, uint16_t remainin
 int wsp_read_token_text(const uint8_t **cursor, char *out, uint16_t remaining, uint16_t capacity);
 int wsp_read_text_string(const uint8_t **cursor, char *out, uint16_t remaining, uint16_t capacity);
 int wsp_read_text_value(const uint8_t **cursor, char *out, int cls, uint16_t limit, uint16_t outsize);
+// wsp_read_text_string without the copy: the same statuses, and on WSP_OK
+// *text points at the text inside the input (NUL-terminated there) and
+// *cursor is past its NUL.
+int wsp_check_text_string(const uint8_t **cursor, const char **text, uint16_t remaining, uint16_t capacity);
 
 // ---- buffer style writers (internal) ----
 int wsp_append_text_string(const char *text, wsp_buffer *buf);

@@ -20,7 +20,8 @@ inline constexpr uint16_t WSP_TEXT_LIMIT = WSP_TEXT_CAPACITY - 1; // 197
 inline constexpr uint16_t WSP_NAME_AREA = 32;
 inline constexpr uint16_t WSP_NAME_CAPACITY = WSP_NAME_AREA - 2; // 30
 
-// The heap area of a long text value (at most 1600 characters).
+// The bound of a long text value (at most 1600 characters, checked in
+// place in the block).
 inline constexpr uint16_t WSP_LONG_TEXT_AREA = 1601;
 
 // A content-type text: the client's array and the capacity a decoded or

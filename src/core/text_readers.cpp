@@ -17,31 +17,78 @@ using CharTest = bool (*)(uint8_t);
 // `src` are copied to out until a NUL.  -216 when out fills before the NUL
 // (out left unterminated), -214 for a refused octet or the end of the
 // input.  On success *used is the number of octets consumed, NUL included.
+// A null `out` checks the text with the same results and copies nothing.
 int read_terminated(const uint8_t *src, char *out, uint16_t remaining, uint16_t capacity, CharTest allowed,
                     uint16_t *used) {
     for (uint16_t i = 0;; i = static_cast<uint16_t>(i + 1)) {
         if (i >= capacity) return kWspErrTruncated;
         if (i >= remaining) {
-            out[i] = '\0';
+            if (out != nullptr) out[i] = '\0';
             return kWspErrFail;
         }
         uint8_t c = src[i];
         if (c == 0) {
-            out[i] = '\0';
+            if (out != nullptr) out[i] = '\0';
             *used = static_cast<uint16_t>(i + 1);
             return kWspOk;
         }
         if (!allowed(c)) {
-            out[i] = '\0';
+            if (out != nullptr) out[i] = '\0';
             return kWspErrFail;
         }
-        out[i] = static_cast<char>(c);
+        if (out != nullptr) out[i] = static_cast<char>(c);
     }
 }
 
 bool valid_cursor(const uint8_t *const *cursor) { return cursor != nullptr && *cursor != nullptr; }
 
+// The Text-string at *cursor checked in place: the statuses of
+// wsp_read_text_string, and on WSP_OK *text at its first character (after
+// a leading Quote) and *cursor past its NUL.  `out` receives the copy when
+// not null.
+int text_string(const uint8_t **cursor, char *out, const char **text, uint16_t remaining, uint16_t capacity) {
+    const uint8_t *p = *cursor;
+    uint16_t skipped = 0;
+    if (remaining != 0) {
+        if (p[0] >= 128) {
+            // Stored only when out has room for it at all.
+            if (out != nullptr && capacity != 0) out[0] = '\0';
+            return kWspErrFail;
+        }
+        if (p[0] == 127) {
+            p += 1;
+            skipped = 1;
+        }
+    }
+    // With nothing left to read the first octet is not examined: the loop
+    // below reports the capacity or the end of the input.
+    // The skipped Quote is not counted against the capacity, but it is
+    // counted against the octets the caller has: callers hand over the
+    // octets left from the cursor, and the text after a Quote must end
+    // inside them too (otherwise the octet just past the input would be
+    // examined).
+    uint16_t used = 0;
+    int status = read_terminated(p, out, static_cast<uint16_t>(remaining - skipped), capacity, wsp_is_text_char, &used);
+    if (status != kWspOk) return status;
+    if (text != nullptr) *text = reinterpret_cast<const char *>(p);
+    *cursor += skipped + used;
+    return kWspOk;
+}
+
 } // namespace
+
+// A first octet of 128 or above needs the Quote in front: -214.  A leading
+// Quote (127) is passed over and not counted against either bound; the
+// octet after it may then be 128 or above.
+int wsp_read_text_string(const uint8_t **cursor, char *out, uint16_t remaining, uint16_t capacity) {
+    if (!valid_cursor(cursor) || out == nullptr) return kWspErrFail;
+    return text_string(cursor, out, nullptr, remaining, capacity);
+}
+
+int wsp_check_text_string(const uint8_t **cursor, const char **text, uint16_t remaining, uint16_t capacity) {
+    if (!valid_cursor(cursor) || text == nullptr) return kWspErrFail;
+    return text_string(cursor, nullptr, text, remaining, capacity);
+}
 
 // The length octet n is tested against the octets that follow it, not
 // against remaining itself: n + 1 octets are read when n <= remaining - 1.
@@ -64,37 +111,6 @@ int wsp_read_token_text(const uint8_t **cursor, char *out, uint16_t remaining, u
     uint16_t used = 0;
     int status = read_terminated(*cursor, out, remaining, capacity, wsp_is_token_char, &used);
     if (status == kWspOk) *cursor += used;
-    return status;
-}
-
-// A first octet of 128 or above needs the Quote in front: -214.  A leading
-// Quote (127) is passed over and not counted against either bound; the
-// octet after it may then be 128 or above.
-int wsp_read_text_string(const uint8_t **cursor, char *out, uint16_t remaining, uint16_t capacity) {
-    if (!valid_cursor(cursor) || out == nullptr) return kWspErrFail;
-    const uint8_t *p = *cursor;
-    uint16_t skipped = 0;
-    if (remaining != 0) {
-        if (p[0] >= 128) {
-            // Stored only when out has room for it at all.
-            if (capacity != 0) out[0] = '\0';
-            return kWspErrFail;
-        }
-        if (p[0] == 127) {
-            p += 1;
-            skipped = 1;
-        }
-    }
-    // With nothing left to read the first octet is not examined: the loop
-    // below reports the capacity or the end of the input.
-    // The skipped Quote is not counted against the capacity, but it is
-    // counted against the octets the caller has: callers hand over the
-    // octets left from the cursor, and the text after a Quote must end
-    // inside them too (otherwise the octet just past the input would be
-    // examined).
-    uint16_t used = 0;
-    int status = read_terminated(p, out, static_cast<uint16_t>(remaining - skipped), capacity, wsp_is_text_char, &used);
-    if (status == kWspOk) *cursor += skipped + used;
     return status;
 }
 

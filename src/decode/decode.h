@@ -18,6 +18,13 @@ using wsp_header_decoder = int (*)(uint32_t code, const uint8_t **cursor, wsp_bu
 // 72 entries, index = header code 0x00..0x47; nullptr = header skipped.
 extern const wsp_header_decoder wsp_header_decoders[WSP_HEADER_NAME_ROWS];
 
+// ---- the header block walk ----
+// wsp_dec_hdr's work.  `indexed` false makes every line write take the
+// exact walk over the whole output text instead of the per-call line
+// index; the results are the same, which the tests hold it to.
+int wsp_decode_header_block(wsp_hdrbuf *block, wsp_buffer *out, const wsp_dec_page_list *pages, int version,
+                            bool indexed);
+
 // ---- line writers ----
 int wsp_add_header_line(wsp_buffer *out, const char *name, const char *value);
 int wsp_append_header_line(wsp_buffer *out, const char *name, const char *value);

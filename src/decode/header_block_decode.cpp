@@ -5,7 +5,10 @@
 // written are stepped over.
 //
 // Input bounds: the block is the holder's `length` octets from data +
-// offset, and nothing at or past its end is read.  Positions are kept as
+// offset, and nothing past its end is read, with one exception: a
+// Token-text name or a text value read by the walk itself may end with its
+// NUL on the first octet after the block when that octet is below the
+// input buffer's `size` (counted from data).  Positions are kept as
 // offsets from the block start; a value that claims more octets than are
 // left ends the walk at the block's end, exactly where a step past it would
 // have ended it.  An entry whose next octet would lie past the end fails
@@ -20,6 +23,7 @@
 #include <cstring>
 
 #include "decode.h"
+#include "line_index.h"
 #include "primitives.h"
 
 namespace {
@@ -52,13 +56,18 @@ struct block_walk {
     uint16_t pos = 0;
     uint8_t page = kDefaultPage;
     const wsp_dec_page *current = nullptr;
+    // The octet just past the block lies inside the input buffer.
+    bool end_octet_readable = false;
     char name[WSP_NAME_AREA] = {};
-    char value[WSP_TEXT_AREA] = {};
     char skipped_name[WSP_NAME_AREA] = {};
 
     bool at_end() const { return pos >= length; }
     const uint8_t *here() const { return start + pos; }
     uint16_t remaining() const { return static_cast<uint16_t>(length - pos); }
+    // The bound handed to the walk's own text readers: a text whose NUL is
+    // the first octet after the block is read when that octet lies inside
+    // the input buffer.  Length forms and the decoders keep `remaining`.
+    uint16_t text_bound() const { return static_cast<uint16_t>(remaining() + (end_octet_readable ? 1 : 0)); }
 
     // Moves `n` octets on, stopping at the block's end.
     void advance(uint32_t n) { pos = n < remaining() ? static_cast<uint16_t>(pos + n) : length; }
@@ -118,12 +127,13 @@ int write_named_value(block_walk &w, bool drop_long_text) {
     if (remaining == 0) return w.release(kWspErrFail);
     const uint8_t *value = w.here();
     if (wsp_is_text_class(wsp_class_of(value[0])) || value[0] == 0) {
+        // Checked in place and written from the block itself.
         const uint8_t *p = value;
-        std::memset(w.value, 0, sizeof w.value);
-        int status = wsp_read_text_string(&p, w.value, remaining, WSP_TEXT_CAPACITY);
+        const char *text = nullptr;
+        int status = wsp_check_text_string(&p, &text, w.text_bound(), WSP_TEXT_CAPACITY);
         if (status == kWspErrTruncated && drop_long_text) return w.pass_value();
         if (status != kWspOk) return w.release(kWspErrArg);
-        status = wsp_add_header_line(w.out, w.name, w.value);
+        status = wsp_add_header_line(w.out, w.name, text);
         if (status == kWspOk) w.move_to(p);
         return writer_result(w, status);
     }
@@ -206,7 +216,7 @@ int code_page_header(block_walk &w) {
 int application_header(block_walk &w) {
     std::memset(w.name, 0, sizeof w.name);
     const uint8_t *p = w.here();
-    int status = wsp_read_token_text(&p, w.name, w.remaining(), WSP_NAME_CAPACITY);
+    int status = wsp_read_token_text(&p, w.name, w.text_bound(), WSP_NAME_CAPACITY);
     if (status == kWspErrTruncated) {
         // A name of 30 characters or more: the whole header is passed over.
         status = w.pass_value();
@@ -253,7 +263,7 @@ int skip_mode(block_walk &w) {
             if (status != kContinue) return status;
         } else if (cls == WSP_CLASS_TEXT) {
             const uint8_t *p = w.here();
-            if (wsp_read_token_text(&p, w.skipped_name, w.remaining(), WSP_NAME_CAPACITY) != kWspOk)
+            if (wsp_read_token_text(&p, w.skipped_name, w.text_bound(), WSP_NAME_CAPACITY) != kWspOk)
                 return w.release(kWspErrArg);
             w.move_to(p);
             uint32_t size = 0;
@@ -288,7 +298,8 @@ int shift_sequence(block_walk &w) {
 
 } // namespace
 
-extern "C" WSP_API int wsp_dec_hdr(wsp_hdrbuf *block, wsp_buffer *out, const wsp_dec_page_list *pages, int version) {
+int wsp_decode_header_block(wsp_hdrbuf *block, wsp_buffer *out, const wsp_dec_page_list *pages, int version,
+                            bool indexed) {
     if (block == nullptr) return kWspErrArg;
     if (block->buffer == nullptr || block->buffer->data == nullptr || out == nullptr || out->data == nullptr ||
         out->size == 0 || out->length == out->size) {
@@ -297,10 +308,16 @@ extern "C" WSP_API int wsp_dec_hdr(wsp_hdrbuf *block, wsp_buffer *out, const wsp
     }
     if (block->length == 0) return kWspOk;
 
-    block_walk w{block, out, pages, block->buffer->data + block->buffer->offset, block->length, version};
-    while (!w.at_end()) {
+    // The decoders write through the view; only its length changes, and it
+    // goes back to the caller's record whatever the outcome.
+    wsp_indexed_output io;
+    wsp_indexed_output_start(&io, out, indexed);
+    const wsp_buffer *in = block->buffer;
+    block_walk w{block, &io.view, pages, in->data + in->offset, block->length, version};
+    w.end_octet_readable = static_cast<uint32_t>(in->offset) + block->length < in->size;
+    int status = kWspOk;
+    while (status == kContinue && !w.at_end()) {
         uint8_t cls = wsp_class_of(w.here()[0]);
-        int status;
         if (cls == WSP_CLASS_SHORT_INT) {
             status = w.page == kDefaultPage ? well_known_header(w) : code_page_header(w);
         } else if (cls == WSP_CLASS_TEXT) {
@@ -308,7 +325,11 @@ extern "C" WSP_API int wsp_dec_hdr(wsp_hdrbuf *block, wsp_buffer *out, const wsp
         } else {
             status = shift_sequence(w);
         }
-        if (status != kContinue) return status;
     }
-    return kWspOk;
+    out->length = io.view.length;
+    return status;
+}
+
+extern "C" WSP_API int wsp_dec_hdr(wsp_hdrbuf *block, wsp_buffer *out, const wsp_dec_page_list *pages, int version) {
+    return wsp_decode_header_block(block, out, pages, version, true);
 }

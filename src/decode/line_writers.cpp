@@ -14,6 +14,7 @@
 
 #include "buffer.h"
 #include "decode.h"
+#include "line_index.h"
 #include "primitives.h"
 
 namespace {
@@ -154,6 +155,154 @@ void extend_line(bounded_writer &wr, const uint8_t *value, uint16_t value_len, b
     wr.terminate();
 }
 
+// ---- writes through the line index of a view ---------------------------
+//
+// Each of these either does the whole write (true, *status set) with the
+// same text, status and length the walk below would give, or touches
+// nothing and returns false: the caller then switches the index off and
+// takes the walk.
+
+// 16-bit sums of a write that could wrap are left to the walk.
+bool sum_fits(uint32_t a, uint32_t b, uint32_t c) { return a + b + c + 2u <= 0xFFFFu; }
+
+// Writes "name:value\n" (value octets up to the first 0x00 of `value_len`)
+// at the text's end and hands the new line to the index.
+void append_indexed_line(wsp_line_index *ix, uint8_t *text, uint16_t size, const char *name, uint16_t name_len,
+                         const uint8_t *value, uint16_t value_len) {
+    uint16_t w = ix->end;
+    std::memcpy(text + w, name, name_len);
+    w = static_cast<uint16_t>(w + name_len);
+    text[w++] = ':';
+    for (uint16_t k = 0; k < value_len && value[k] != 0; ++k) text[w++] = value[k];
+    text[w++] = '\n';
+    if (w < size) text[w] = 0;
+    wsp_line_index_appended(ix, text, w);
+}
+
+// Joins "," and the value to the end of `line` (which keeps its name),
+// moving the text after it on.
+void extend_indexed_line(wsp_line_index *ix, uint8_t *text, uint16_t stop, const uint8_t *value, uint16_t n) {
+    const uint16_t end = ix->end;
+    std::memmove(text + stop + 1 + n, text + stop, static_cast<size_t>(end - stop));
+    text[stop] = ',';
+    std::memcpy(text + stop + 1, value, n);
+    text[end + n + 1] = 0;
+    wsp_line_index_inserted(ix, stop, static_cast<uint16_t>(n + 1));
+}
+
+// The state a failed merge leaves: the line's '\n' and its name's ':' are
+// NUL octets.  The index no longer describes that text.
+void leave_split(wsp_line_index *ix, uint8_t *text, const wsp_indexed_line &line) {
+    text[line.stop] = 0;
+    if (line.name_stop < line.stop) text[line.name_stop] = 0;
+    ix->usable = false;
+}
+
+bool add_indexed(wsp_line_index *ix, wsp_buffer *out, const char *name, const char *value, int *status) {
+    uint8_t *text = out->data;
+    const uint16_t size = out->size;
+    const uint16_t name_len = text_length(name);
+    const uint16_t value_len = text_length(value);
+    if (!sum_fits(out->length, name_len, value_len) || out->length < ix->end) return false;
+
+    wsp_indexed_line line;
+    if (out->length != 0 && wsp_line_index_find(ix, text, name, name_len, &line)) {
+        // A line without a colon would take the new value into its name.
+        if (line.name_stop == line.stop ||
+            !wsp_line_index_plain(reinterpret_cast<const uint8_t *>(value), value_len))
+            return false;
+        if (static_cast<uint16_t>(out->length + value_len + 1) >= size) {
+            leave_split(ix, text, line);
+            *status = kWspErrTruncated;
+            return true;
+        }
+        const uint16_t old_value = static_cast<uint16_t>(line.name_stop + 1);
+        if (std::strcmp(name, "accept-ranges") == 0 &&
+            (std::strcmp(value, "none") == 0 || span_is(text + old_value, line.stop - old_value, "none"))) {
+            leave_split(ix, text, line);
+            *status = kWspErrFail;
+            return true;
+        }
+        extend_indexed_line(ix, text, line.stop, reinterpret_cast<const uint8_t *>(value), value_len);
+        out->length = ix->end;
+        *status = kWspOk;
+        return true;
+    }
+
+    if (out->length == 0) {
+        text[0] = 0;
+        wsp_line_index_clear(ix);
+    }
+    if (static_cast<uint16_t>(out->length + name_len + value_len + 2) > size) {
+        *status = kWspErrTruncated;
+        return true;
+    }
+    append_indexed_line(ix, text, size, name, name_len, reinterpret_cast<const uint8_t *>(value), value_len);
+    out->length = ix->end;
+    *status = kWspOk;
+    return true;
+}
+
+// First occurrence of the n octets of `name` in text[0..end).
+const uint8_t *find_octets(const uint8_t *text, uint16_t end, const char *name, uint16_t n) {
+    if (n > end) return nullptr;
+    const uint8_t first = static_cast<uint8_t>(name[0]);
+    const uint8_t *p = text;
+    const uint8_t *last = text + (end - n);
+    while (p <= last) {
+        p = static_cast<const uint8_t *>(std::memchr(p, first, static_cast<size_t>(last - p) + 1));
+        if (p == nullptr) return nullptr;
+        if (std::memcmp(p, name, n) == 0) return p;
+        ++p;
+    }
+    return nullptr;
+}
+
+bool add_raw_indexed(wsp_line_index *ix, wsp_buffer *out, const char *name, const uint8_t *value, uint16_t size,
+                     int *status) {
+    uint8_t *text = out->data;
+    const uint16_t name_len = text_length(name);
+    if (name_len == 0 || !wsp_line_index_plain(reinterpret_cast<const uint8_t *>(name), name_len) ||
+        !sum_fits(out->length, name_len, size) || out->length < ix->end)
+        return false;
+
+    const uint8_t *found = find_octets(text, ix->end, name, name_len);
+    if (found != nullptr) {
+        const uint16_t at = static_cast<uint16_t>(found - text);
+        // The line the name was found in keeps its name only when that name
+        // ends at a colon.
+        uint16_t name_at = at;
+        while (name_at > 0 && text[name_at - 1] != '\n') --name_at;
+        const uint16_t stop = static_cast<uint16_t>(
+            static_cast<const uint8_t *>(std::memchr(text + at, '\n', static_cast<size_t>(ix->end - at))) - text);
+        while (name_at < stop && text[name_at] == ':') ++name_at;
+        if (std::memchr(text + name_at, ':', static_cast<size_t>(stop - name_at)) == nullptr) return false;
+        if (!wsp_line_index_plain(value, size)) return false;
+        if (static_cast<uint16_t>(out->length + size + 1) >= out->size) {
+            *status = kWspErrTruncated;
+            return true;
+        }
+        extend_indexed_line(ix, text, stop, value, size);
+        out->length = static_cast<uint16_t>(out->length + size + 2);
+        *status = kWspOk;
+        return true;
+    }
+
+    if (out->length == 0) {
+        text[0] = 0;
+        wsp_line_index_clear(ix);
+        out->length = 1;
+    }
+    if (static_cast<uint16_t>(out->length + name_len + size + 2) > out->size) {
+        *status = kWspErrTruncated;
+        return true;
+    }
+    append_indexed_line(ix, text, out->size, name, name_len, value, size);
+    out->length = static_cast<uint16_t>(out->length + name_len + size + 2);
+    *status = kWspOk;
+    return true;
+}
+
 } // namespace
 
 // The merging writer.  Looks through the whole text from the first octet of
@@ -163,6 +312,11 @@ void extend_line(bounded_writer &wr, const uint8_t *value, uint16_t value_len, b
 // touched.
 int wsp_add_header_line(wsp_buffer *out, const char *name, const char *value) {
     if (out == nullptr || name == nullptr || value == nullptr || out->data == nullptr) return kWspErrFail;
+    if (wsp_line_index *ix = wsp_line_index_of(out)) {
+        int status = kWspOk;
+        if (add_indexed(ix, out, name, value, &status)) return status;
+        ix->usable = false;
+    }
     uint8_t *text = out->data;
     const uint16_t size = out->size;
     uint16_t end = bounded_length(text, size);
@@ -231,19 +385,38 @@ int wsp_append_header_line(wsp_buffer *out, const char *name, const char *value)
     if (out == nullptr || name == nullptr || value == nullptr || out->data == nullptr) return kWspErrFail;
     const uint16_t name_len = text_length(name);
     const uint16_t value_len = text_length(value);
+    wsp_line_index *ix = wsp_line_index_of(out);
     // An empty output becomes an empty text even when the line does not fit.
-    if (out->length == 0 && !wsp_buffer_store_at_end(out, out->offset, 0)) return kWspErrFail;
+    if (out->length == 0) {
+        if (!wsp_buffer_store_at_end(out, out->offset, 0)) return kWspErrFail;
+        if (ix != nullptr) wsp_line_index_clear(ix);
+    }
     if (static_cast<uint16_t>(out->length + name_len + value_len + 2) > out->size) return kWspErrFail;
     const uint32_t at = wsp_buffer_tail_index(out);
     const uint32_t colon = at + name_len;
     const uint32_t newline = colon + 1 + value_len;
+    // The line's terminating NUL is the one octet the room test leaves out:
+    // when the line fills size exactly it lands at data + offset + size and
+    // is dropped, the line and its count stay.
     if (!wsp_buffer_store_run(out, at, reinterpret_cast<const uint8_t *>(name), name_len) ||
         !wsp_buffer_store(out, colon, ':') ||
         !wsp_buffer_store_run(out, colon + 1, reinterpret_cast<const uint8_t *>(value), value_len) ||
         !wsp_buffer_store(out, newline, '\n') || !wsp_buffer_store_at_end(out, newline + 1, 0)) {
         return kWspErrFail;
     }
+    const uint16_t before = out->length;
     out->length = static_cast<uint16_t>(out->length + name_len + value_len + 2);
+    if (ix != nullptr && !sum_fits(before, name_len, value_len)) {
+        ix->usable = false;
+    } else if (ix != nullptr) {
+        // A line written at the text's end joins the index; one written past
+        // the NUL of a raw writer's counted octet is not part of the text.
+        if (before == ix->end) {
+            wsp_line_index_appended(ix, out->data, static_cast<uint16_t>(ix->end + name_len + value_len + 2));
+        } else if (before < ix->end) {
+            ix->usable = false;
+        }
+    }
     return kWspOk;
 }
 
@@ -262,6 +435,11 @@ int wsp_append_header_line(wsp_buffer *out, const char *name, const char *value)
 // would give for shorter values and needs no scratch at all.
 int wsp_add_raw_header_line(wsp_buffer *out, const char *name, const uint8_t *value, uint16_t size) {
     if (out == nullptr || name == nullptr || value == nullptr || out->data == nullptr) return kWspErrFail;
+    if (wsp_line_index *ix = wsp_line_index_of(out)) {
+        int status = kWspOk;
+        if (add_raw_indexed(ix, out, name, value, size, &status)) return status;
+        ix->usable = false;
+    }
     uint8_t *text = out->data + out->offset;
     const uint16_t cap = out->size > out->offset ? static_cast<uint16_t>(out->size - out->offset) : 0;
     const uint16_t end = bounded_length(text, cap);

@@ -1,7 +1,6 @@
 // Headers whose value is one text (Content-Base, ETag, From, Host, Location,
-// User-Agent, Via and the rest).  Such values may be long, so the text is
-// read into a 1601-octet heap area instead of the usual 200-octet stack one.
-#include <cstdlib>
+// User-Agent, Via and the rest).  Such values may be up to 1600 characters
+// long; they are checked in place rather than copied.
 #include <cstring>
 
 #include "decode.h"
@@ -26,22 +25,20 @@ int wsp_dec_text_value(uint32_t code, const uint8_t **cursor, wsp_buffer *out, u
     const char *name = wsp_decoded_header_name(code);
     if (name == nullptr) return kWspErrFail;
 
-    char *text = static_cast<char *>(std::calloc(WSP_LONG_TEXT_AREA, 1));
-    if (text == nullptr) return kWspErrFail;
-
+    // The text is checked where it stands in the block and handed to the
+    // writer from there: it is NUL-terminated inside the block whenever the
+    // check succeeds.
     const uint8_t *p = *cursor;
-    int status;
-    if (wsp_read_text_string(&p, text, remaining, WSP_LONG_TEXT_AREA) != kWspOk) {
+    const char *text = nullptr;
+    if (wsp_check_text_string(&p, &text, remaining, WSP_LONG_TEXT_AREA) != kWspOk) {
         // Too long, cut short or holding a forbidden octet: all the same here.
-        status = kWspErrFail;
-    } else if (is_lone_wildcard(name, text)) {
-        status = wsp_write_value_line(code, text, out, wsp_line_writer::plain, cursor, p, wsp_cursor_rule::on_ok);
-    } else {
-        // The merging writer's answer is not looked at: a value that does not
-        // fit is lost without stopping the block, deliberately.
-        (void)wsp_write_value_line(code, text, out, wsp_line_writer::merging, cursor, p, wsp_cursor_rule::always);
-        status = kWspOk;
+        return kWspErrFail;
     }
-    std::free(text);
-    return status;
+    if (is_lone_wildcard(name, text)) {
+        return wsp_write_value_line(code, text, out, wsp_line_writer::plain, cursor, p, wsp_cursor_rule::on_ok);
+    }
+    // The merging writer's answer is not looked at: a value that does not
+    // fit is lost without stopping the block, deliberately.
+    (void)wsp_write_value_line(code, text, out, wsp_line_writer::merging, cursor, p, wsp_cursor_rule::always);
+    return kWspOk;
 }

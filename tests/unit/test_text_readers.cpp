@@ -528,3 +528,33 @@ TEST(ReadTextValue, TruncatedAtEveryLength) {
         EXPECT_EQ(cursor, in.data()) << n;
     }
 }
+
+// ---- wsp_check_text_string --------------------------------------------------
+
+TEST(CheckTextString, AgreesWithTheReaderWithoutCopying) {
+    // Every status and cursor of the copying reader, for texts that end,
+    // run out, hold forbidden octets, start high or behind a Quote, and
+    // fill the capacity.
+    const Bytes inputs[] = {
+        bytes({'a', 'b', 0}),  bytes({'a', 'b'}),       bytes({0x7F, 0xE9, 'x', 0}), bytes({0xE9, 0}),
+        bytes({'a', 0x01, 0}), bytes({0}),              bytes({0x7F, 0}),            bytes({'"', 'q', 0}),
+        bytes({0x7F}),         bytes({'a', 'b', 'c', 0}),
+    };
+    for (const Bytes &in : inputs) {
+        for (uint16_t remaining = 0; remaining <= in.size(); ++remaining) {
+            for (uint16_t capacity : {uint16_t{1}, uint16_t{3}, uint16_t{200}}) {
+                const uint8_t *read = in.data();
+                char out[200];
+                int expected = wsp_read_text_string(&read, out, remaining, capacity);
+                const uint8_t *checked = in.data();
+                const char *text = nullptr;
+                int status = wsp_check_text_string(&checked, &text, remaining, capacity);
+                std::string what = hex(in) + " remaining " + std::to_string(remaining) + " capacity " +
+                                   std::to_string(capacity);
+                ASSERT_EQ(status, expected) << what;
+                ASSERT_EQ(checked, read) << what;
+                if (status == WSP_OK) ASSERT_STREQ(text, out) << what;
+            }
+        }
+    }
+}
