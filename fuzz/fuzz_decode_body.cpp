@@ -7,25 +7,13 @@
 #include <cstring>
 #include <vector>
 
+#include "harness.h"
 #include "tarnwspencdec.h"
-
-namespace {
-
-void check(bool ok) {
-    if (!ok) __builtin_trap();
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     if (size < 1 || size > 4096) return 0;
     const bool external = (data[0] & 1) != 0;
-    wsp_buffer pdu{};
-    pdu.data = static_cast<unsigned char *>(std::malloc(size));
-    std::memcpy(pdu.data, data, size);
-    pdu.size = static_cast<uint16_t>(size);
-    pdu.length = static_cast<uint16_t>(size);
-    pdu.flags = external ? WSP_BUFFER_EXTERNAL : 0;
+    wsp_buffer pdu = fuzz_pdu(data, size, external);
     unsigned char *const original = pdu.data;
 
     wsp_buffer spare{};
@@ -33,26 +21,26 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     wsp_push_result result{};
     const int pushed = wsp_push_decoding(&pdu, &result, &spare_ptr);
 
-    if (static_cast<int16_t>(pushed) == WSP_OK && result.body.body != nullptr) {
+    if (fuzz_ok(pushed) && result.body.body != nullptr) {
         wsp_buffer *source = result.body.body;
         const uint16_t o = source->offset;
         const uint16_t n = source->length;
         // The run lies inside its block: the PDU, or the spare's copy.
         const size_t block = source == &pdu ? size : spare.size;
-        check(static_cast<size_t>(o) + n <= block);
+        fuzz_check(static_cast<size_t>(o) + n <= block);
         const std::vector<uint8_t> run(source->data + o, source->data + o + n);
         std::vector<char> content_type(result.body.content_type, result.body.content_type + WSP_CONTENT_TYPE_SIZE);
 
         wsp_body_result body;
         std::memset(&body, 0xCD, sizeof body);
-        check(static_cast<int16_t>(wsp_decode_body(&result.body, &body)) == WSP_OK);
-        check(result.body.body == nullptr);
-        check(body.body.data == source->data && body.body.offset == 0 && body.body.flags == 0);
-        check(body.body.size == n && body.body.length == n);
-        check(std::strcmp(body.content_type, content_type.data()) == 0);
-        check(n == 0 || std::memcmp(body.body.data, run.data(), n) == 0);
+        fuzz_check(fuzz_ok(wsp_decode_body(&result.body, &body)));
+        fuzz_check(result.body.body == nullptr);
+        fuzz_check(body.body.data == source->data && body.body.offset == 0 && body.body.flags == 0);
+        fuzz_check(body.body.size == n && body.body.length == n);
+        fuzz_check(std::strcmp(body.content_type, content_type.data()) == 0);
+        fuzz_check(n == 0 || std::memcmp(body.body.data, run.data(), n) == 0);
         if (o != 0 && n % o != 0) {
-            for (uint16_t i = 0; i < o; ++i) check(body.body.data[n + i] == 0);
+            for (uint16_t i = 0; i < o; ++i) fuzz_check(body.body.data[n + i] == 0);
         }
         // The result owns the block now (the spare's copy, or the own PDU).
         if (body.body.data != original) std::free(body.body.data);

@@ -9,13 +9,10 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "harness.h"
 #include "tarnwspencdec.h"
 
 namespace {
-
-void check(bool ok) {
-    if (!ok) __builtin_trap();
-}
 
 constexpr int kMaxRecords = 4;
 
@@ -92,10 +89,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     out.size = out_size;
     wsp_hdrbuf holder{0x7777, &out};
     const int status = wsp_enc_hdr(&list, &holder, version);
-    if (static_cast<int16_t>(status) == WSP_OK) {
-        check(out.data != nullptr && holder.length == out.length && out.length <= out.size);
+    if (fuzz_ok(status)) {
+        fuzz_check(out.data != nullptr && holder.length == out.length && out.length <= out.size);
     } else {
-        check(static_cast<int16_t>(status) == WSP_ERR_FAIL && out.data == nullptr && holder.length == 0x7777);
+        fuzz_check(static_cast<int16_t>(status) == WSP_ERR_FAIL && out.data == nullptr && holder.length == 0x7777);
     }
     std::free(out.data);
     for (char *t : texts) std::free(t);

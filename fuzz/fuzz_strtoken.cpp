@@ -5,15 +5,8 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "harness.h"
 #include "tarnwspencdec.h"
-
-namespace {
-
-void check(bool ok) {
-    if (!ok) __builtin_trap();
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     if (size < 1 || size > 4096) return 0;
@@ -34,17 +27,17 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
         char *before = pos;
         char *token = wsp_strtoken(&pos, delim);
         if (token == nullptr) break;
-        check(!refused);
-        check(token >= before && token <= end);
-        check(pos >= token && pos <= end);
-        check(token + std::strlen(token) <= end);
+        fuzz_check(!refused);
+        fuzz_check(token >= before && token <= end);
+        fuzz_check(pos >= token && pos <= end);
+        fuzz_check(token + std::strlen(token) <= end);
         // Each call either moves on or hands out the last (possibly empty)
         // token, after which the next call returns NULL.
-        check(++tokens <= size + 2);
+        fuzz_check(++tokens <= size + 2);
     }
     char *none = nullptr;
-    check(wsp_strtoken(&none, delim) == nullptr);
-    check(wsp_strtoken(nullptr, delim) == nullptr);
+    fuzz_check(wsp_strtoken(&none, delim) == nullptr);
+    fuzz_check(wsp_strtoken(nullptr, delim) == nullptr);
     std::free(text);
     return 0;
 }

@@ -5,15 +5,8 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "harness.h"
 #include "tarnwspencdec.h"
-
-namespace {
-
-void check(bool ok) {
-    if (!ok) __builtin_trap();
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     if (size < 3 || size > 1024) return 0;
@@ -36,11 +29,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     out.offset = offset;
     out.length = length;
 
-    if (static_cast<int16_t>(wsp_tokentext_encode_buff(text, &out)) == WSP_OK) {
-        check(out.length == length + text_len + 1);
-        check(std::memcmp(out.data + offset + length, text, text_len + 1) == 0);
+    if (fuzz_ok(wsp_tokentext_encode_buff(text, &out))) {
+        fuzz_check(out.length == length + text_len + 1);
+        fuzz_check(std::memcmp(out.data + offset + length, text, text_len + 1) == 0);
     } else {
-        check(out.length == length);
+        fuzz_check(out.length == length);
     }
     std::free(out.data);
     std::free(text);

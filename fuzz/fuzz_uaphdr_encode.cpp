@@ -7,15 +7,8 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "harness.h"
 #include "tarnwspencdec.h"
-
-namespace {
-
-void check(bool ok) {
-    if (!ok) __builtin_trap();
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     if (size < 4 || size > 2048) return 0;
@@ -47,12 +40,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
 
     wsp_uaphdr_encode(&holder, &profile);
 
-    check(buf.length <= buf.size);
-    if (holder.length != before) check(holder.length == buf.length && buf.length > before);
+    fuzz_check(buf.length <= buf.size);
+    if (holder.length != before) fuzz_check(holder.length == buf.length && buf.length > before);
     if (buf.data != original) {
         // A larger buffer replaced the old one: the old data was freed unless
         // the caller owns it.
-        check(buf.offset == 0 && buf.flags == 0 && holder.length == buf.length);
+        fuzz_check(buf.offset == 0 && buf.flags == 0 && holder.length == buf.length);
         std::free(buf.data);
         if (external || original == nullptr) std::free(original);
     } else {

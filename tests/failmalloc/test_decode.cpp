@@ -19,12 +19,6 @@ using wsp_test::text_bytes;
 
 namespace {
 
-Bytes text0(const std::string &s) {
-    Bytes b(s.begin(), s.end());
-    b.push_back(0);
-    return b;
-}
-
 // A long, plain value for the lines that follow a merged line.
 std::string filler(char c, size_t n) { return std::string(n, c); }
 

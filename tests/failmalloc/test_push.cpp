@@ -22,12 +22,6 @@ using wsp_test::hex;
 
 namespace {
 
-Bytes text0(const std::string &s) {
-    Bytes b(s.begin(), s.end());
-    b.push_back(0);
-    return b;
-}
-
 // Content type application/vnd.wap.sic as a well-known code.
 const Bytes kSiContentType = bytes({0xAE});
 const char kSiContentTypeText[] = "application/vnd.wap.sic";
@@ -80,6 +74,10 @@ struct Pdu {
 
 // The caller's spare record, filled with recognisable values; its data
 // points at memory the library must never free.
+constexpr uint16_t kSpareSize = 0x1234;
+constexpr uint16_t kSpareOffset = 5;
+constexpr uint16_t kSpareLength = 7;
+
 struct Spare {
     unsigned char sentinel[4] = {1, 2, 3, 4};
     wsp_buffer buf;
@@ -87,11 +85,16 @@ struct Spare {
     Spare() {
         buf.data = sentinel;
         buf.reserved = 0x5A5A5A5A;
-        buf.size = 0x1234;
-        buf.offset = 5;
-        buf.length = 7;
+        buf.size = kSpareSize;
+        buf.offset = kSpareOffset;
+        buf.length = kSpareLength;
         buf.flags = 0xFE;
         buf.flags_spare = 0;
+    }
+    void expect_size_offset_length_kept() const {
+        EXPECT_EQ(kSpareSize, buf.size);
+        EXPECT_EQ(kSpareOffset, buf.offset);
+        EXPECT_EQ(kSpareLength, buf.length);
     }
     // Frees a block the library installed.
     void release() {
@@ -106,43 +109,56 @@ wsp_push_result dirty_result() {
     return r;
 }
 
+// An external PDU through wsp_push_decoding with the fail_at-th allocation
+// failing (0: none).
+struct ExternalPush {
+    Pdu pdu;
+    Spare spare;
+    wsp_push_result result = dirty_result();
+    int status = 0;
+    unsigned allocations = 0;
+    ExternalPush(const Bytes &octets, unsigned fail_at) : pdu(octets, true) {
+        arm(fail_at);
+        status = wsp_push_decoding(&pdu.buf, &result, &spare.ptr);
+        allocations = disarm();
+    }
+    // A clean run: the spare holds a copy of `run`, whose first
+    // `headers_length` octets are the header block; the copy is released.
+    void expect_copied(const Bytes &run, size_t headers_length) {
+        EXPECT_EQ(WSP_OK, status);
+        EXPECT_EQ(hex(run), hex(spare.buf.data, spare.buf.length));
+        EXPECT_EQ(&spare.buf, result.headers.buffer);
+        EXPECT_EQ(headers_length, result.headers.length);
+        EXPECT_EQ(1u, live_blocks());
+        spare.release();
+    }
+};
+
 } // namespace
 
 TEST(FailmallocPush, ExternalPduWithoutBodyLeavesNoCopyWhenItFails) {
     const Bytes headers = join_all(push_header_entries());
     const Bytes octets = push_pdu(headers, {});
     const unsigned total = fail_each_allocation([&](unsigned k) {
-        Pdu pdu(octets, true);
-        Spare spare;
-        wsp_push_result result = dirty_result();
-        arm(k);
-        const int status = wsp_push_decoding(&pdu.buf, &result, &spare.ptr);
-        const unsigned n = disarm();
-        EXPECT_TRUE(pdu.untouched(octets));
-        EXPECT_EQ(&spare.buf, spare.ptr);
-        EXPECT_STREQ(kSiContentTypeText, result.body.content_type);
-        EXPECT_EQ(nullptr, result.body.body);
-        EXPECT_EQ(0, spare.buf.flags);
+        ExternalPush push(octets, k);
+        EXPECT_TRUE(push.pdu.untouched(octets));
+        EXPECT_EQ(&push.spare.buf, push.spare.ptr);
+        EXPECT_STREQ(kSiContentTypeText, push.result.body.content_type);
+        EXPECT_EQ(nullptr, push.result.body.body);
+        EXPECT_EQ(0, push.spare.buf.flags);
         if (k == 0) {
-            EXPECT_EQ(WSP_OK, status);
-            EXPECT_EQ(hex(headers), hex(spare.buf.data, spare.buf.length));
-            EXPECT_EQ(&spare.buf, result.headers.buffer);
-            EXPECT_EQ(headers.size(), result.headers.length);
-            EXPECT_EQ(1u, live_blocks());
-            spare.release();
+            push.expect_copied(headers, headers.size());
         } else {
             // The copy could not be had: the spare's data is NULL, its other
             // fields are as the caller left them.
-            EXPECT_EQ(WSP_ERR_FAIL, static_cast<int16_t>(status));
-            EXPECT_EQ(nullptr, spare.buf.data);
-            EXPECT_EQ(0x1234, spare.buf.size);
-            EXPECT_EQ(5, spare.buf.offset);
-            EXPECT_EQ(7, spare.buf.length);
-            EXPECT_EQ(nullptr, result.headers.buffer);
-            EXPECT_EQ(0, result.headers.length);
+            EXPECT_EQ(WSP_ERR_FAIL, static_cast<int16_t>(push.status));
+            EXPECT_EQ(nullptr, push.spare.buf.data);
+            push.spare.expect_size_offset_length_kept();
+            EXPECT_EQ(nullptr, push.result.headers.buffer);
+            EXPECT_EQ(0, push.result.headers.length);
         }
         EXPECT_EQ(0u, live_blocks());
-        return n;
+        return push.allocations;
     });
     EXPECT_GE(total, 1u) << "an external PDU's headers are copied";
 }
@@ -151,41 +167,31 @@ TEST(FailmallocPush, ExternalPduWithBodyLeavesNoCopyWhenItFails) {
     const Bytes headers = join_all(push_header_entries());
     const Bytes octets = push_pdu(headers, kSiBody);
     const unsigned total = fail_each_allocation([&](unsigned k) {
-        Pdu pdu(octets, true);
-        Spare spare;
-        wsp_push_result result = dirty_result();
-        arm(k);
-        const int status = wsp_push_decoding(&pdu.buf, &result, &spare.ptr);
-        const unsigned n = disarm();
-        EXPECT_TRUE(pdu.untouched(octets));
-        EXPECT_EQ(&spare.buf, spare.ptr);
+        ExternalPush push(octets, k);
+        EXPECT_TRUE(push.pdu.untouched(octets));
+        EXPECT_EQ(&push.spare.buf, push.spare.ptr);
         // Set before the copy is made: the spare is the body holder, emptied.
-        EXPECT_EQ(&spare.buf, result.body.body);
-        EXPECT_EQ(0, spare.buf.flags);
-        EXPECT_EQ(0, spare.buf.offset);
+        EXPECT_EQ(&push.spare.buf, push.result.body.body);
+        EXPECT_EQ(0, push.spare.buf.flags);
+        EXPECT_EQ(0, push.spare.buf.offset);
         if (k == 0) {
-            EXPECT_EQ(WSP_OK, status);
-            EXPECT_STREQ(kSiContentTypeText, result.body.content_type);
-            EXPECT_EQ(hex(cat({headers, kSiBody})), hex(spare.buf.data, spare.buf.length));
-            EXPECT_EQ(&spare.buf, result.headers.buffer);
-            EXPECT_EQ(headers.size(), result.headers.length);
-            EXPECT_EQ(1u, live_blocks());
-            spare.release();
+            EXPECT_STREQ(kSiContentTypeText, push.result.body.content_type);
+            push.expect_copied(cat({headers, kSiBody}), headers.size());
         } else {
-            EXPECT_EQ(WSP_ERR_FAIL, static_cast<int16_t>(status));
-            EXPECT_EQ(spare.sentinel, spare.buf.data) << "no block was installed";
-            EXPECT_EQ(0x1234, spare.buf.size);
-            EXPECT_EQ(0, spare.buf.length);
-            EXPECT_EQ(nullptr, result.headers.buffer);
-            if (n == k) {
+            EXPECT_EQ(WSP_ERR_FAIL, static_cast<int16_t>(push.status));
+            EXPECT_EQ(push.spare.sentinel, push.spare.buf.data) << "no block was installed";
+            EXPECT_EQ(kSpareSize, push.spare.buf.size);
+            EXPECT_EQ(0, push.spare.buf.length);
+            EXPECT_EQ(nullptr, push.result.headers.buffer);
+            if (push.allocations == k) {
                 // The copy was the allocation that failed (the last one made):
                 // the content type and the header length are already set.
-                EXPECT_STREQ(kSiContentTypeText, result.body.content_type);
-                EXPECT_EQ(headers.size(), result.headers.length);
+                EXPECT_STREQ(kSiContentTypeText, push.result.body.content_type);
+                EXPECT_EQ(headers.size(), push.result.headers.length);
             }
         }
         EXPECT_EQ(0u, live_blocks());
-        return n;
+        return push.allocations;
     });
     EXPECT_GE(total, 1u) << "an external PDU's headers and body are copied";
 }
@@ -226,9 +232,7 @@ TEST(FailmallocPush, DecodeHdrCopyFailureSetsDataNullAndNothingElse) {
             EXPECT_EQ(WSP_ERR_FAIL, static_cast<int16_t>(status));
             EXPECT_EQ(headers.data(), cursor);
             EXPECT_EQ(nullptr, spare.buf.data);
-            EXPECT_EQ(0x1234, spare.buf.size);
-            EXPECT_EQ(5, spare.buf.offset);
-            EXPECT_EQ(7, spare.buf.length);
+            spare.expect_size_offset_length_kept();
             EXPECT_EQ(0xFE, spare.buf.flags);
         }
         EXPECT_EQ(0u, live_blocks());
@@ -259,9 +263,7 @@ TEST(FailmallocPush, DecodeHdentityCopyFailureInstallsNothing) {
         } else {
             EXPECT_EQ(WSP_ERR_FAIL, static_cast<int16_t>(status));
             EXPECT_EQ(spare.sentinel, spare.buf.data);
-            EXPECT_EQ(0x1234, spare.buf.size);
-            EXPECT_EQ(5, spare.buf.offset);
-            EXPECT_EQ(7, spare.buf.length);
+            spare.expect_size_offset_length_kept();
         }
         EXPECT_EQ(0u, live_blocks());
         return n;

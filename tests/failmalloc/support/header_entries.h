@@ -37,6 +37,13 @@ struct Entry {
     std::string line_name; // for merges: the (lower-case) name of the line extended
 };
 
+// The octets of a text and its NUL.
+inline Bytes text0(const std::string &s) {
+    Bytes b(s.begin(), s.end());
+    b.push_back(0);
+    return b;
+}
+
 // An application header: Token-text name, then the value's octets.  An
 // entry that repeats an earlier name is marked as merging (text or raw).
 inline Entry app_octets(const std::string &name, const Bytes &value, merge kind = merge::none) {
@@ -51,9 +58,7 @@ inline Entry app_octets(const std::string &name, const Bytes &value, merge kind 
 
 // An application header with a Text-string value.
 inline Entry app_text(const std::string &name, const std::string &value, merge kind = merge::none) {
-    Bytes v(value.begin(), value.end());
-    v.push_back(0);
-    return app_octets(name, v, kind);
+    return app_octets(name, text0(value), kind);
 }
 
 // A well-known header: its code octet and its encoded value.
