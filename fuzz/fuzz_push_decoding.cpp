@@ -3,18 +3,13 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "harness.h"
 #include "tarnwspencdec.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     if (size < 1 || size > 4096) return 0;
     const bool external = (data[0] & 1) != 0;
-    wsp_buffer pdu{};
-    pdu.data = static_cast<unsigned char *>(std::malloc(size));
-    std::memcpy(pdu.data, data, size);
-    pdu.size = static_cast<uint16_t>(size);
-    pdu.length = static_cast<uint16_t>(size);
-    pdu.flags = external ? WSP_BUFFER_EXTERNAL : 0;
-    unsigned char *original = pdu.data;
+    wsp_buffer pdu = fuzz_pdu(data, size, external);
 
     wsp_buffer spare{};
     wsp_buffer *spare_ptr = &spare;
@@ -34,6 +29,5 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     if (result.body.body != nullptr) wsp_decode_body(&result.body, &body);
     if (spare.data != nullptr) std::free(spare.data);
     if (pdu.data != nullptr && pdu.data != spare.data) std::free(pdu.data);
-    (void)original;
     return 0;
 }
