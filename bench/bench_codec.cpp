@@ -13,7 +13,8 @@
 // Each reports the time per call, per_octet (time per input octet) and
 // allocs_per_call / alloc_octets_per_call (heap allocations inside the timed
 // loop, library and program together).  Every timed call checks its status: a
-// failing call stops the benchmark with an error instead of timing nothing.
+// failing call stops the benchmark with an error instead of timing nothing,
+// and the program then exits with status 1.
 //
 // Only the public header and the exported functions are used, so that the same
 // program can be built against an earlier revision of the library
@@ -21,6 +22,7 @@
 #include <benchmark/benchmark.h>
 
 #include <cstdint>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <string>
@@ -38,6 +40,15 @@ constexpr int kDecodeVersion = 4;
 constexpr const char *kEncodeVersion = "1.4";
 
 bool succeeded(int status) { return static_cast<int16_t>(status) == WSP_OK; }
+
+// Set when a benchmark stops on a failing call: the program then exits with
+// status 1, so that a short run in CI catches it.
+bool any_call_failed = false;
+
+void stop_on_failure(benchmark::State &state, const char *what) {
+    any_call_failed = true;
+    state.SkipWithError(what);
+}
 
 // Heap allocations between construction and report(), per iteration; also
 // sets the per-octet time and the bytes-per-second figure.
@@ -127,7 +138,7 @@ void run_decode(benchmark::State &state, std::vector<uint8_t> block) {
     CallCounters counters;
     for (auto _ : state) {
         if (!succeeded(decode_block(block, output))) {
-            state.SkipWithError("wsp_dec_hdr failed");
+            stop_on_failure(state, "wsp_dec_hdr failed");
             break;
         }
         benchmark::DoNotOptimize(output.buffer.length);
@@ -169,7 +180,7 @@ void run_decode_push(benchmark::State &state, const bench::PushMessage &message)
     CallCounters counters;
     for (auto _ : state) {
         if (!succeeded(decode_push(message, pdu, output))) {
-            state.SkipWithError("push decoding failed");
+            stop_on_failure(state, "push decoding failed");
             break;
         }
         benchmark::DoNotOptimize(output.buffer.length);
@@ -191,7 +202,7 @@ void run_encode(benchmark::State &state, std::string text) {
     for (auto _ : state) {
         if (!succeeded(encode_lines(lines, output.empty()))) {
             output.forget_if_released();
-            state.SkipWithError("wsp_enc_hdr failed");
+            stop_on_failure(state, "wsp_enc_hdr failed");
             break;
         }
         benchmark::DoNotOptimize(output.buffer.length);
@@ -212,7 +223,7 @@ void run_encode_push(benchmark::State &state, const bench::PushMessage &message)
         }
         if (!succeeded(status)) {
             output.forget_if_released();
-            state.SkipWithError("push encoding failed");
+            stop_on_failure(state, "push encoding failed");
             break;
         }
         benchmark::DoNotOptimize(output.buffer.length);
@@ -266,5 +277,5 @@ int main(int argc, char **argv) {
     }
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();
-    return 0;
+    return any_call_failed ? 1 : 0;
 }
