@@ -7,6 +7,7 @@
 #include "commands.h"
 #include "decode_error.h"
 #include "library_buffers.h"
+#include "pdu_names.h"
 #include "pdu_report.h"
 
 namespace wsptool {
@@ -17,8 +18,8 @@ std::string octet_count(size_t count) {
     return std::to_string(count) + (count == 1 ? " octet" : " octets");
 }
 
-std::string json_line(const nlohmann::json &object) {
-    return object.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace) + "\n";
+std::string json_line(const nlohmann::ordered_json &object) {
+    return object.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n";
 }
 
 void too_long(size_t count, const char *what) {
@@ -56,9 +57,16 @@ int run_capture(const DecodeOptions &options, Streams io, bool push_only) {
     int code = kExitOk;
     size_t reports = 0;
     read_capture(options.pcap, ports, [&](const Datagram &datagram) {
+        // decode-push passes over the other PDU types of the capture.
+        const size_t type_at = pdu.tid == TidMode::kPresent ? 1 : 0;
+        if (push_only && datagram.payload.size() > type_at && !is_push_type(datagram.payload[type_at])) {
+            io.err << "wsptool: note: packet " << datagram.number << " is a "
+                   << describe_pdu_type(datagram.payload[type_at]) << " PDU, passed over (decode-pdu decodes it)\n";
+            return;
+        }
         const std::string time = format_capture_time(datagram.seconds, datagram.microseconds);
         const std::string packet = "packet " + std::to_string(datagram.number);
-        nlohmann::json object{{"packet", datagram.number},
+        nlohmann::ordered_json object{{"packet", datagram.number},
                               {"time", time},
                               {"source", datagram.source},
                               {"destination", datagram.destination}};

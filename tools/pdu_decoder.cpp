@@ -183,12 +183,20 @@ size_t detect_type_offset(const Octets &pdu, const PduOptions &options) {
         throw DecodeError(std::string("neither the first octet (") + hex_octet(pdu[0]) + ") nor the second (" +
                           hex_octet(pdu[1]) + ") is " + what + "; give --tid or --no-tid to say where it is");
     }
-    try {
-        decode_at(pdu, 0, options);
-        return 0;
-    } catch (const DecodeError &) {
-        return 1;
+    // Both octets could be the type: the reading that decodes wins; when
+    // both do, the one that finds a content type; then the one without a
+    // transaction id.
+    std::optional<DecodedPdu> readings[2];
+    for (size_t start = 0; start < 2; ++start) {
+        try {
+            readings[start] = decode_at(pdu, start, options);
+        } catch (const std::runtime_error &) {
+        }
     }
+    if (!readings[0]) return 1;
+    if (!readings[1]) return 0;
+    const auto has_type = [](const DecodedPdu &d) { return d.content_type && !d.content_type->empty(); };
+    return !has_type(*readings[0]) && has_type(*readings[1]) ? 1 : 0;
 }
 
 DecodedPdu decode_pdu(const Octets &pdu, const PduOptions &options) {

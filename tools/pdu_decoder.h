@@ -55,8 +55,9 @@ DecodedPdu decode_pdu(const Octets &pdu, const PduOptions &options);
 
 // Where the PDU type octet is: 0, or 1 after a transaction id.  Detection:
 // the first octet is the type when it is one and the second is not; the
-// second when only it is; when both are, the reading without a transaction
-// id wins if the PDU's lengths fit it.
+// second when only it is; when both are, the reading that decodes wins,
+// then the one that finds a content type, then the one without a
+// transaction id.
 size_t detect_type_offset(const Octets &pdu, const PduOptions &options);
 
 } // namespace wsptool

@@ -84,8 +84,8 @@ std::string pdu_text(const DecodedPdu &pdu, const ReportOptions &options) {
     return out;
 }
 
-nlohmann::json header_lines_json(const std::string &header_text) {
-    nlohmann::json lines = nlohmann::json::array();
+nlohmann::ordered_json header_lines_json(const std::string &header_text) {
+    nlohmann::ordered_json lines = nlohmann::ordered_json::array();
     const std::string text = printable(header_text);
     size_t start = 0;
     while (start < text.size()) {
@@ -93,7 +93,7 @@ nlohmann::json header_lines_json(const std::string &header_text) {
         if (end == std::string::npos) end = text.size();
         const std::string line = text.substr(start, end - start);
         const size_t colon = line.find(':');
-        nlohmann::json entry;
+        nlohmann::ordered_json entry;
         entry["name"] = line.substr(0, colon);
         entry["value"] = colon == std::string::npos ? std::string() : line.substr(colon + 1);
         lines.push_back(std::move(entry));
@@ -102,9 +102,9 @@ nlohmann::json header_lines_json(const std::string &header_text) {
     return lines;
 }
 
-nlohmann::json pdu_json(const DecodedPdu &pdu, const ReportOptions &options) {
-    nlohmann::json out;
-    out["tid"] = pdu.tid ? nlohmann::json(*pdu.tid) : nlohmann::json(nullptr);
+nlohmann::ordered_json pdu_json(const DecodedPdu &pdu, const ReportOptions &options) {
+    nlohmann::ordered_json out;
+    out["tid"] = pdu.tid ? nlohmann::ordered_json(*pdu.tid) : nlohmann::ordered_json(nullptr);
     out["pdu"] = pdu_type_name(pdu.type);
     out["type"] = pdu.type;
     for (const PduField &field : pdu.fields) out[json_key(field.name)] = field.value;
@@ -117,7 +117,7 @@ nlohmann::json pdu_json(const DecodedPdu &pdu, const ReportOptions &options) {
     if (pdu.has_headers)
         out["headers"] = {{"octets", pdu.header_octets}, {"lines", header_lines_json(pdu.header_text)}};
     if (pdu.body) {
-        nlohmann::json body{{"octets", pdu.body->size()}, {"hex", hex_run(*pdu.body)}};
+        nlohmann::ordered_json body{{"octets", pdu.body->size()}, {"hex", hex_run(*pdu.body)}};
         if (!pdu.body->empty() && !options.raw_body && is_wbxml_content_type(pdu.content_type.value_or(""))) {
             const WbxmlConversion xml = wbxml_to_xml(pdu.body->data(), pdu.body->size());
             if (xml.ok)

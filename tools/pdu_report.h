@@ -27,11 +27,11 @@ struct ReportOptions {
 std::string pdu_text(const DecodedPdu &pdu, const ReportOptions &options);
 
 // The JSON object of the same PDU (see the manual page for its keys).
-nlohmann::json pdu_json(const DecodedPdu &pdu, const ReportOptions &options);
+nlohmann::ordered_json pdu_json(const DecodedPdu &pdu, const ReportOptions &options);
 
 // Decoded header text as JSON: [{"name": ..., "value": ...}, ...], the
 // values in the text layout's printable form.
-nlohmann::json header_lines_json(const std::string &header_text);
+nlohmann::ordered_json header_lines_json(const std::string &header_text);
 
 // Octets as one run of upper-case hex digits ("AF84"), for JSON.
 std::string hex_run(const Octets &octets);
