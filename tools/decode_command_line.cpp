@@ -37,6 +37,9 @@ void add_pdu_options(CLI::App *command, DecodeOptions &options) {
     CLI::Option *pcap = command->add_option("--pcap", options.pcap, "decode the WSP datagrams of a pcap or pcapng capture")
                             ->check(CLI::ExistingFile);
     command->add_option("--port", options.ports, "another UDP port that carries WSP in the capture")
+        ->expected(1)
+        ->allow_extra_args(false)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
         ->needs(pcap)
         ->check(CLI::Range(1, 65535));
     for (const char *name : {"HEX", "--file", "--raw"}) pcap->excludes(command->get_option(name));

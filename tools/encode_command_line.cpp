@@ -36,7 +36,10 @@ content type (wsp_encode_content), the header block (wsp_enc_hdr) and the body.
 )") + kExitCodes);
     c->add_option("--content-type,-c", push->content_type, "the content type, e.g. application/vnd.wap.sic")
         ->required();
-    c->add_option("--header,-H", push->headers, "a header line \"Name: value\" (repeatable)");
+    c->add_option("--header,-H", push->headers, "a header line \"Name: value\" (repeatable)")
+        ->expected(1)
+        ->allow_extra_args(false)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
     c->add_option("--headers-file", push->headers_file, "header lines from a file, one per line")
         ->check(CLI::ExistingFile);
     CLI::Option *body = c->add_option("--body", push->body_file, "the body: a file of raw bytes (- for stdin)")

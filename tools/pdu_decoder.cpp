@@ -53,7 +53,8 @@ void content_type_and_headers(DecodedPdu &out, const Octets &run, const PduOptio
 
 void expect_end(const Octets &pdu, size_t at) {
     if (at < pdu.size())
-        throw DecodeError(std::to_string(pdu.size() - at) + " octets after the end of the PDU");
+        throw DecodeError(std::to_string(pdu.size() - at) + (pdu.size() - at == 1 ? " octet" : " octets") +
+                          " after the end of the PDU");
 }
 
 // Push and ConfirmedPush through wsp_push_decoding.  The PDU is handed over
@@ -195,8 +196,9 @@ size_t detect_type_offset(const Octets &pdu, const PduOptions &options) {
     }
     if (!readings[0]) return 1;
     if (!readings[1]) return 0;
-    const auto has_type = [](const DecodedPdu &d) { return d.content_type && !d.content_type->empty(); };
-    return !has_type(*readings[0]) && has_type(*readings[1]) ? 1 : 0;
+    const bool empty_type = readings[0]->content_type && readings[0]->content_type->empty();
+    const bool found_type = readings[1]->content_type && !readings[1]->content_type->empty();
+    return empty_type && found_type ? 1 : 0;
 }
 
 DecodedPdu decode_pdu(const Octets &pdu, const PduOptions &options) {

@@ -55,9 +55,9 @@ DecodedPdu decode_pdu(const Octets &pdu, const PduOptions &options);
 
 // Where the PDU type octet is: 0, or 1 after a transaction id.  Detection:
 // the first octet is the type when it is one and the second is not; the
-// second when only it is; when both are, the reading that decodes wins,
-// then the one that finds a content type, then the one without a
-// transaction id.
+// second when only it is; when both are, the reading that decodes wins;
+// when both do, the one without a transaction id, unless its content type
+// comes out empty and the other reading's does not.
 size_t detect_type_offset(const Octets &pdu, const PduOptions &options);
 
 } // namespace wsptool
