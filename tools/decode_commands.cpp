@@ -1,143 +1,141 @@
-// decode-push, decode-headers and decode-content-type.
+// decode-push, decode-pdu, decode-headers and decode-content-type.
 #include <cstring>
-#include <iterator>
 #include <iostream>
 #include <string>
 
+#include "capture_reader.h"
 #include "commands.h"
+#include "decode_error.h"
 #include "library_buffers.h"
-#include "status_names.h"
-#include "tarnwspencdec.h"
+#include "pdu_names.h"
+#include "pdu_report.h"
 
 namespace wsptool {
 
 namespace {
 
-// Room for the decoded header text: the largest buffer the library can
-// describe.  The library never grows it.
-constexpr uint16_t kTextSize = 0xFFFF;
-
-int version_number(const std::string &version) {
-    for (size_t i = 0; i < std::size(kVersions); ++i)
-        if (version == kVersions[i]) return static_cast<int>(i) + 1;
-    return 0; // not reached: the command line admits the four versions only
-}
-
 std::string octet_count(size_t count) {
     return std::to_string(count) + (count == 1 ? " octet" : " octets");
 }
 
-int codec_failure(Streams io, const char *function, int status) {
-    io.err << "wsptool: " << function << " failed: " << status_name(status) << '\n';
-    return kExitCodec;
+std::string json_line(const nlohmann::ordered_json &object) {
+    return object.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n";
 }
 
-bool too_long(Streams io, size_t count, const char *what) {
-    if (count <= kMaxOctets) return false;
-    io.err << "wsptool: the " << what << " has " << count << " octets; the library handles at most " << kMaxOctets
-           << '\n';
-    return true;
+void too_long(size_t count, const char *what) {
+    if (count > kMaxOctets)
+        throw InputError(std::string("the ") + what + " has " + std::to_string(count) +
+                         " octets; the library handles at most 65535");
 }
 
-// Decodes a header block into `text` (NUL-terminated, `length` octets) and
-// returns the library status.
-int decode_block(wsp_hdrbuf &block, OutputBlock &text, const DecodeOptions &options) {
-    return wsp_dec_hdr(&block, &text.record(), nullptr, version_number(options.version));
+PduOptions pdu_options(const DecodeOptions &options, bool push_only) {
+    PduOptions out;
+    out.tid = options.tid;
+    out.version = options.version;
+    out.push_only = push_only;
+    return out;
 }
 
-std::string header_text(OutputBlock &text, const DecodeOptions &options, std::string_view indent) {
-    const wsp_buffer &t = text.record();
-    return options.hex_out ? format_hex(t.data, t.length, indent) : format_text(t.data, t.length, indent);
+ReportOptions report_options(const DecodeOptions &options) {
+    ReportOptions out;
+    out.hex_headers = options.hex_out;
+    out.raw_body = options.raw_body;
+    return out;
+}
+
+// Every connectionless PDU of a capture: one report per datagram.  A PDU
+// that does not decode is reported (stderr, or an "error" key in JSON) and
+// the next one is read; the exit code is then 1.
+int run_capture(const DecodeOptions &options, Streams io, bool push_only) {
+    std::vector<uint16_t> ports(std::begin(kWspPorts), std::end(kWspPorts));
+    ports.insert(ports.end(), options.ports.begin(), options.ports.end());
+    PduOptions pdu = pdu_options(options, push_only);
+    // On these ports every PDU is connectionless: a transaction id first.
+    if (pdu.tid == TidMode::kDetect) pdu.tid = TidMode::kPresent;
+    const ReportOptions report = report_options(options);
+
+    int code = kExitOk;
+    size_t reports = 0;
+    read_capture(options.pcap, ports, [&](const Datagram &datagram) {
+        // decode-push passes over the other PDU types of the capture.
+        const size_t type_at = pdu.tid == TidMode::kPresent ? 1 : 0;
+        if (push_only && datagram.payload.size() > type_at && !is_push_type(datagram.payload[type_at])) {
+            io.err << "wsptool: note: packet " << datagram.number << " is a "
+                   << describe_pdu_type(datagram.payload[type_at]) << " PDU, passed over (decode-pdu decodes it)\n";
+            return;
+        }
+        const std::string time = format_capture_time(datagram.seconds, datagram.microseconds);
+        const std::string packet = "packet " + std::to_string(datagram.number);
+        nlohmann::ordered_json object{{"packet", datagram.number},
+                              {"time", time},
+                              {"source", datagram.source},
+                              {"destination", datagram.destination}};
+        std::string text = packet + ", " + time + ", " + datagram.source + " -> " + datagram.destination + "\n";
+        try {
+            const DecodedPdu decoded = decode_pdu(datagram.payload, pdu);
+            object.update(pdu_json(decoded, report));
+            text += pdu_text(decoded, report);
+        } catch (const std::runtime_error &e) {
+            io.err << "wsptool: " << packet << ": " << e.what() << '\n';
+            object["error"] = e.what();
+            text += "error: " + std::string(e.what()) + "\n";
+            code = kExitCodec;
+        }
+        if (options.json) {
+            io.out << json_line(object);
+        } else {
+            if (reports) io.out << '\n';
+            io.out << text;
+        }
+        ++reports;
+    });
+    if (reports == 0) io.err << "wsptool: note: the capture has no UDP datagram on the WSP ports\n";
+    return code;
+}
+
+int run_pdu(const DecodeOptions &options, Streams io, bool push_only) {
+    if (!options.pcap.empty()) return run_capture(options, io, push_only);
+    const Octets octets = read_octets(options.input, io.in);
+    const DecodedPdu decoded = decode_pdu(octets, pdu_options(options, push_only));
+    const ReportOptions report = report_options(options);
+    io.out << (options.json ? json_line(pdu_json(decoded, report)) : pdu_text(decoded, report));
+    return kExitOk;
 }
 
 } // namespace
 
-int run_decode_push(const DecodeOptions &options, Streams io) {
-    const Octets pdu = read_octets(options.input, io.in);
-    if (too_long(io, pdu.size(), "push PDU")) return kExitCodec;
-    const size_t skip = options.tid ? 1 : 0;
-    if (pdu.size() < skip + 1) {
-        io.err << "wsptool: the push PDU is empty" << (options.tid ? " after its transaction id" : "") << '\n';
-        return kExitCodec;
-    }
+int run_decode_push(const DecodeOptions &options, Streams io) { return run_pdu(options, io, true); }
 
-    // The PDU is handed over as the caller's own bytes (external flag): the
-    // library then copies headers and body into the spare record, which
-    // this function frees, and never touches the PDU's block.  A
-    // transaction id is stepped over through the offset.
-    InputBlock block(pdu);
-    wsp_buffer &record = block.record();
-    record.offset = static_cast<uint16_t>(skip);
-    record.length = static_cast<uint16_t>(pdu.size() - skip);
-
-    SpareRecord spare;
-    wsp_buffer *spare_ptr = &spare.record();
-    wsp_push_result result{};
-    int status = wsp_push_decoding(&record, &result, &spare_ptr);
-    if (!status_ok(status)) return codec_failure(io, "wsp_push_decoding", status);
-
-    const std::string content_type(result.body.content_type,
-                                   strnlen(result.body.content_type, sizeof result.body.content_type));
-    const uint16_t header_octets = result.headers.buffer ? result.headers.length : 0;
-
-    // With a body, headers and body share one run of octets: the header
-    // block first, then the data.  The data is taken out before the header
-    // decoder runs, since a decoder failure releases the shared block.
-    Octets body;
-    if (const wsp_buffer *b = result.body.body; b != nullptr && b->data != nullptr) {
-        const uint8_t *run = b->data + b->offset;
-        if (result.headers.length < b->length) body.assign(run + result.headers.length, run + b->length);
-    }
-
-    OutputBlock text(kTextSize);
-    if (header_octets != 0) {
-        status = decode_block(result.headers, text, options);
-        if (!status_ok(status)) return codec_failure(io, "wsp_dec_hdr", status);
-    }
-
-    // format_text ends the line; an empty content type leaves the colon alone.
-    std::string report = "content-type:";
-    if (content_type.empty())
-        report += '\n';
-    else
-        report.append(" ").append(
-            format_text(reinterpret_cast<const uint8_t *>(content_type.data()), content_type.size(), ""));
-    report.append("headers: ").append(octet_count(header_octets)).append("\n");
-    report += header_text(text, options, "  ");
-    report.append("body: ").append(octet_count(body.size())).append("\n");
-    report += format_hex(body.data(), body.size(), "  ");
-    io.out << report;
-    return kExitOk;
-}
+int run_decode_pdu(const DecodeOptions &options, Streams io) { return run_pdu(options, io, false); }
 
 int run_decode_headers(const DecodeOptions &options, Streams io) {
     const Octets octets = read_octets(options.input, io.in);
-    if (too_long(io, octets.size(), "header block")) return kExitCodec;
-
-    InputBlock block(octets);
-    wsp_hdrbuf holder{static_cast<uint16_t>(octets.size()), &block.record()};
-    OutputBlock text(kTextSize);
-    const int status = decode_block(holder, text, options);
-    if (!status_ok(status)) return codec_failure(io, "wsp_dec_hdr", status);
-    io.out << header_text(text, options, "");
+    too_long(octets.size(), "header block");
+    const std::string text = octets.empty() ? std::string()
+                                            : decode_header_text(octets.data(), octets.size(), options.version);
+    const auto *bytes = reinterpret_cast<const uint8_t *>(text.data());
+    if (options.json)
+        io.out << json_line({{"octets", octets.size()}, {"lines", header_lines_json(text)}});
+    else
+        io.out << (options.hex_out ? format_hex(bytes, text.size(), "") : format_text(bytes, text.size(), ""));
     return kExitOk;
 }
 
 int run_decode_content_type(const DecodeOptions &options, Streams io) {
     const Octets octets = read_octets(options.input, io.in);
-    if (too_long(io, octets.size(), "content-type value")) return kExitCodec;
-
-    InputBlock block(octets);
-    const uint8_t *cursor = block.octets();
-    char text[WSP_CONTENT_TYPE_SIZE] = {};
-    const int status = wsp_decode_content(&cursor, text, static_cast<uint16_t>(octets.size()));
-    if (!status_ok(status)) return codec_failure(io, "wsp_decode_content", status);
-
-    const size_t used = static_cast<size_t>(cursor - block.octets());
-    io.out << format_text(reinterpret_cast<const uint8_t *>(text), strnlen(text, sizeof text), "");
-    if (strnlen(text, sizeof text) == 0) io.out << '\n';
-    if (used < octets.size())
-        io.err << "wsptool: note: " << octet_count(octets.size() - used) << " after the value not read\n";
+    too_long(octets.size(), "content-type value");
+    if (octets.empty()) throw InputError("the content-type value is empty");
+    const ContentType type = decode_content_type(octets.data(), octets.size());
+    const std::string text = format_text(reinterpret_cast<const uint8_t *>(type.text.data()), type.text.size(), "");
+    const size_t unread = octets.size() - type.octets;
+    if (options.json) {
+        std::string bare = text;
+        if (!bare.empty()) bare.pop_back();
+        io.out << json_line({{"content_type", bare}, {"octets", type.octets}, {"unread", unread}});
+    } else {
+        io.out << (text.empty() ? "\n" : text);
+    }
+    if (unread != 0) io.err << "wsptool: note: " << octet_count(unread) << " after the value not read\n";
     return kExitOk;
 }
 

@@ -1,72 +1,65 @@
-// encode-headers and encode-content-type.
+// encode-headers, encode-content-type and encode-push.
 #include <iostream>
 #include <string>
-#include <vector>
 
 #include "commands.h"
+#include "decode_error.h"
 #include "library_buffers.h"
-#include "status_names.h"
-#include "tarnwspencdec.h"
+#include "pdu_names.h"
 
 namespace wsptool {
 
 namespace {
 
-// Room for the encoded octets: the largest buffer the library can describe.
-// The library never grows it; a block that does not fit is a failure.
-constexpr uint16_t kOutputSize = 0xFFFF;
-
-int codec_failure(Streams io, const char *function, int status) {
-    io.err << "wsptool: " << function << " failed: " << status_name(status) << '\n';
-    return kExitCodec;
-}
-
-void print_octets(Streams io, const uint8_t *data, size_t count, bool raw) {
+void print_octets(Streams io, const Octets &octets, bool raw) {
     if (raw)
-        io.out.write(reinterpret_cast<const char *>(data), static_cast<std::streamsize>(count));
+        io.out.write(reinterpret_cast<const char *>(octets.data()), static_cast<std::streamsize>(octets.size()));
     else
-        io.out << format_hex(data, count);
+        io.out << format_hex(octets.data(), octets.size());
 }
 
 } // namespace
 
 int run_encode_headers(const EncodeOptions &options, Streams io) {
-    const std::string lines = read_text(options.file, io.in);
-    if (lines.size() > kMaxOctets) {
-        io.err << "wsptool: the header text has " << lines.size() << " octets; the library handles at most "
-               << kMaxOctets << '\n';
-        return kExitCodec;
-    }
-
-    // The encoder cuts and lower-cases the text in place: it gets a
-    // writable, NUL-terminated copy.  All lines go on page 1.
-    std::vector<char> writable(lines.begin(), lines.end());
-    writable.push_back('\0');
-    wsp_hdr_page page{};
-    page.page = 1;
-    page.text.data = reinterpret_cast<unsigned char *>(writable.data());
-    page.text.size = static_cast<uint16_t>(lines.size());
-    page.text.length = static_cast<uint16_t>(lines.size());
-    page.text.flags = WSP_BUFFER_EXTERNAL;
-    wsp_hdr_page_list list{1, &page};
-
-    OutputBlock out(kOutputSize);
-    wsp_hdrbuf holder{0, &out.record()};
-    const int status = wsp_enc_hdr(&list, &holder, options.version.c_str());
-    if (!status_ok(status)) return codec_failure(io, "wsp_enc_hdr", status);
-
-    const wsp_buffer &b = out.record();
-    print_octets(io, b.data + b.offset, holder.length, options.raw_out);
+    print_octets(io, encode_header_lines(read_text(options.file, io.in), options.version), options.raw_out);
     return kExitOk;
 }
 
 int run_encode_content_type(const EncodeOptions &options, Streams io) {
-    OutputBlock out(kOutputSize);
-    const int status = wsp_encode_content(options.text.c_str(), &out.record(), options.version.c_str());
-    if (!status_ok(status)) return codec_failure(io, "wsp_encode_content", status);
+    print_octets(io, encode_content_type(options.text, options.version), false);
+    return kExitOk;
+}
 
-    const wsp_buffer &b = out.record();
-    print_octets(io, b.data + b.offset, b.length, false);
+int run_encode_push(const EncodePushOptions &options, Streams io) {
+    std::string lines;
+    if (!options.headers_file.empty()) {
+        lines = read_file(options.headers_file);
+        if (!lines.empty() && lines.back() != '\n') lines += '\n';
+    }
+    for (const std::string &line : options.headers) lines.append(line).append("\n");
+
+    const Octets content_type = encode_content_type(options.content_type, options.version);
+    const Octets headers = lines.empty() ? Octets() : encode_header_lines(lines, options.version);
+    Octets body;
+    if (!options.body_hex.empty())
+        body = parse_hex(options.body_hex);
+    else if (!options.body_file.empty()) {
+        const std::string bytes = options.body_file == "-" ? read_stream(io.in) : read_file(options.body_file);
+        body.assign(bytes.begin(), bytes.end());
+    }
+
+    Octets pdu;
+    if (options.tid >= 0) pdu.push_back(static_cast<uint8_t>(options.tid));
+    pdu.push_back(options.confirmed ? kPduConfirmedPush : kPduPush);
+    const Octets length = encode_uintvar(static_cast<uint32_t>(content_type.size() + headers.size()));
+    pdu.insert(pdu.end(), length.begin(), length.end());
+    pdu.insert(pdu.end(), content_type.begin(), content_type.end());
+    pdu.insert(pdu.end(), headers.begin(), headers.end());
+    pdu.insert(pdu.end(), body.begin(), body.end());
+    if (pdu.size() > kMaxOctets)
+        throw InputError("the push PDU would have " + std::to_string(pdu.size()) +
+                         " octets; the library handles at most 65535");
+    print_octets(io, pdu, options.raw_out);
     return kExitOk;
 }
 

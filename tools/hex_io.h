@@ -32,10 +32,18 @@ struct InputSource {
     bool raw = false;
 };
 
-// Hex text to octets.  Blanks, tabs, CR and LF may appear anywhere between
-// digits; "#" starts a comment that runs to the end of its line, so the
-// bundled .hex files can explain their octets.  The digits are taken in
-// pairs, so an odd count is an error.  Upper and lower case are both fine.
+// Hex text to octets, in the forms engineers copy from other tools:
+//  - plain pairs, blanks and line breaks anywhere ("af 84", "AF84");
+//  - "0x" and "\x" prefixes and ":" or "," separators ("0xaf, 0x84",
+//    "\xaf\x84", "af:84"), where a one-digit field is one octet;
+//  - dumps with an offset column, recognised when the first line opens
+//    with a zero offset followed by ":" or two blanks ("0000  af 84 ..." as
+//    analysers print it, xxd's "00000000: af84 ...", hexdump -C's
+//    "00000000  af 84 ... |..|"): the offsets must follow the octets, and
+//    the character column at the end of each line is left out.
+// "#" starts a comment that runs to the end of its line, so the bundled
+// .hex files can explain their octets.  Plain digits are taken in pairs, so
+// an odd count is an error.  Upper and lower case are both fine.
 Octets parse_hex(std::string_view text);
 
 // Reads the whole of a file or of a stream as bytes.
@@ -43,10 +51,11 @@ std::string read_file(const std::string &path);
 std::string read_stream(std::istream &in);
 
 // The octets a command works on: the arguments (joined with a blank), the
-// file or `in`, parsed as hex unless source.raw is set.
+// file or `in` (also when the one argument or the file is "-"), parsed as
+// hex unless source.raw is set.
 Octets read_octets(const InputSource &source, std::istream &in);
 
-// Text a command works on (encoder input): the file, or `in`.
+// Text a command works on (encoder input): the file, or `in` (no file or "-").
 std::string read_text(const std::string &file, std::istream &in);
 
 // Octets as upper-case hex pairs separated by one blank, 16 to a line, each

@@ -1,5 +1,8 @@
-// wsptool: the command line around libtarnwspencdec.  This file only sets up
-// the commands and their options; the work is done in the run_* functions.
+// wsptool: the command line around libtarnwspencdec.  This file sets up the
+// program-wide options, lets every command register itself and runs the
+// one that was asked for; the work is done in the run_* functions.
+#include <cstdlib>
+#include <ctime>
 #include <exception>
 #include <iostream>
 #include <new>
@@ -8,113 +11,108 @@
 
 #include <CLI/CLI.hpp>
 
-#include "commands.h"
+#include "command_line.h"
+#include "decode_error.h"
+#include "tool_version.h"
 
 namespace {
 
 using namespace wsptool;
 
-const std::vector<std::string> kVersionList(std::begin(kVersions), std::end(kVersions));
+constexpr const char *kDescription =
+    "Decode and encode WSP PDUs, header blocks and content types with libtarnwspencdec.";
 
-constexpr const char *kExitCodes = R"(Exit codes: 0 success, 1 the library refused the input (its status is printed
-on standard error by name and number, e.g. WSP_ERR_FAIL (-214)), 2 usage error
-or unreadable input.)";
-
-constexpr const char *kOctetInput = R"(Octets are read as hex text: pairs of hex digits, blanks and line breaks
-anywhere, "#" starts a comment to the end of the line.  --raw reads the bytes
-as they are.  Without HEX and --file the input comes from standard input.
+constexpr const char *kTimeZone = R"(--tz ZONE (default UTC) is the zone in which the library converts dates: it
+reads and writes dates in the process's local time as if that were GMT, so
+only UTC gives true GMT dates.
 
 )";
 
-constexpr const char *kPushLayout = R"(Output:
-  content-type: TEXT       the decoded content type (nothing after the colon when empty)
-  headers: N octets        the size of the encoded header block, then the decoded
-    name:value             header lines, indented (--hex: the text's octets in hex)
-  body: N octets           the data after the header block, then its octets in
-    HH HH ...              hex, 16 to a line, indented
-
-)";
-
-void add_version(CLI::App *command, std::string &version, const char *what) {
-    command->add_option("--version", version, std::string("encoding version ") + what)
-        ->check(CLI::IsMember(kVersionList))
-        ->capture_default_str();
+// Names of the registered commands, for the unknown-command message.
+std::string command_list(const std::vector<Command> &commands) {
+    std::string list;
+    for (const Command &command : commands) list.append("  ").append(command.app->get_name()).append("\n");
+    return list;
 }
 
-// The octet input shared by the three decode commands.
-void add_octet_input(CLI::App *command, InputSource &input, const char *what) {
-    command->footer(std::string(kOctetInput) + kExitCodes);
-    CLI::Option *hex =
-        command->add_option("HEX", input.args, std::string(what) + " as hex (several arguments are joined)");
-    CLI::Option *file = command->add_option("--file,-f", input.file, "read the input from this file")
-                            ->check(CLI::ExistingFile);
-    hex->excludes(file);
-    command->add_flag("--raw", input.raw, "the input is raw bytes, not hex text");
+// Catches what CLI11 would report less clearly: an unknown command, and the
+// old --version option after a command (the encoding version is now
+// --wsp-version).  Returns a message, or "" when the line may be parsed.
+std::string precheck(int argc, char **argv, const std::vector<Command> &commands) {
+    bool after_command = false;
+    for (int i = 1; i < argc; ++i) {
+        const std::string arg = argv[i];
+        if (!after_command) {
+            if (arg == "--tz") {
+                ++i;
+                continue;
+            }
+            if (!arg.empty() && arg[0] == '-') continue;
+            bool known = false;
+            for (const Command &command : commands) known = known || command.app->get_name() == arg;
+            if (!known) return "unknown command " + arg + "; the commands are:\n" + command_list(commands);
+            after_command = true;
+        } else if (arg == "--version" || arg.rfind("--version=", 0) == 0) {
+            return "--version prints the program's version; the WSP encoding version is --wsp-version (-V)";
+        }
+    }
+    return "";
 }
 
 } // namespace
 
 int main(int argc, char **argv) {
-    CLI::App app{"Decode and encode WSP header blocks, content types and push PDUs with libtarnwspencdec.",
-                 "wsptool"};
-    app.footer(kExitCodes);
-    app.require_subcommand(1);
+    CLI::App app{kDescription, "wsptool"};
+    app.footer(std::string(kTimeZone) + kExitCodes);
+    app.require_subcommand(0, 1);
+    app.fallthrough();
+    bool show_version = false;
+    std::string zone = "UTC";
+    app.add_flag("--version", show_version, "print the versions of wsptool and of the library, then exit");
+    app.add_option("--tz", zone, "the zone in which dates are converted")->capture_default_str();
 
-    DecodeOptions push_options, headers_options, content_options;
-    EncodeOptions encode_headers_options, encode_content_options;
+    std::vector<Command> commands;
+    add_decode_commands(app, commands);
+    add_encode_commands(app, commands);
 
-    CLI::App *push = app.add_subcommand(
-        "decode-push", "Split a push PDU and decode its content type and headers; print the body in hex.");
-    add_octet_input(push, push_options.input, "the push PDU");
-    push->footer(std::string(kPushLayout) + kOctetInput + kExitCodes);
-    push->add_flag("--tid", push_options.tid, "the first octet is a transaction id (stepped over)");
-    add_version(push, push_options.version, "for the header block");
-    push->add_flag("--hex", push_options.hex_out, "print the decoded header text as hex octets");
-
-    CLI::App *headers = app.add_subcommand(
-        "decode-headers", "Decode a WSP header block to text lines (name:value, one header per line).");
-    add_octet_input(headers, headers_options.input, "the header block");
-    add_version(headers, headers_options.version, "for the header block");
-    headers->add_flag("--hex", headers_options.hex_out, "print the decoded header text as hex octets");
-
-    CLI::App *content = app.add_subcommand("decode-content-type", "Decode one Content-type value to text.");
-    add_octet_input(content, content_options.input, "the Content-type value");
-
-    CLI::App *encode_headers = app.add_subcommand(
-        "encode-headers",
-        "Encode header lines (Name: value, one per line, from --file or standard input) to a header block.");
-    encode_headers->footer(kExitCodes);
-    encode_headers->add_option("--file,-f", encode_headers_options.file, "read the header lines from this file")
-        ->check(CLI::ExistingFile);
-    add_version(encode_headers, encode_headers_options.version, "for the header codes");
-    bool hex_requested = false; // the default form; the flag only makes it explicit
-    CLI::Option *hex_out = encode_headers->add_flag("--hex", hex_requested, "print the octets as hex (the default)");
-    CLI::Option *raw_out = encode_headers->add_flag("--raw-out", encode_headers_options.raw_out,
-                                                    "write the octets as raw bytes");
-    hex_out->excludes(raw_out);
-
-    CLI::App *encode_content = app.add_subcommand("encode-content-type",
-                                                  "Encode a content-type text with parameters to hex.");
-    encode_content->footer(kExitCodes);
-    encode_content->add_option("TEXT", encode_content_options.text, "e.g. \"text/plain; charset=utf-8\"")
-        ->required();
-    add_version(encode_content, encode_content_options.version, "for the content-type and parameter codes");
-
+    if (const std::string problem = precheck(argc, argv, commands); !problem.empty()) {
+        std::cerr << "wsptool: " << problem << (problem.back() == '\n' ? "" : "\n");
+        return kExitUsage;
+    }
     try {
         app.parse(argc, argv);
+    } catch (const CLI::CallForHelp &e) {
+        return app.exit(e);
+    } catch (const CLI::CallForAllHelp &e) {
+        return app.exit(e);
     } catch (const CLI::ParseError &e) {
-        // Help requests exit 0; every other parse error is a usage error.
-        return app.exit(e) == 0 ? kExitOk : kExitUsage;
+        std::cerr << "wsptool: " << e.what() << "\nRun wsptool --help (or wsptool COMMAND --help) for the usage.\n";
+        return kExitUsage;
     }
+
+    if (show_version) {
+        std::cout << "wsptool " << kToolVersion << "\nlibtarnwspencdec " << kLibraryVersion << '\n';
+        return kExitOk;
+    }
+
+    // The library converts dates in the process's local zone.
+    setenv("TZ", zone.c_str(), 1);
+    tzset();
 
     Streams io{std::cin, std::cout, std::cerr};
     try {
         int code = kExitUsage;
-        if (push->parsed()) code = run_decode_push(push_options, io);
-        else if (headers->parsed()) code = run_decode_headers(headers_options, io);
-        else if (content->parsed()) code = run_decode_content_type(content_options, io);
-        else if (encode_headers->parsed()) code = run_encode_headers(encode_headers_options, io);
-        else if (encode_content->parsed()) code = run_encode_content_type(encode_content_options, io);
+        bool ran = false;
+        for (const Command &command : commands) {
+            if (!command.app->parsed()) continue;
+            code = command.run(io);
+            ran = true;
+        }
+        if (!ran) {
+            std::cerr << "wsptool: no command given; the commands are:\n" << command_list(commands)
+                      << "Run wsptool --help for the usage.\n";
+            return kExitUsage;
+        }
         std::cout.flush();
         if (!std::cout) {
             std::cerr << "wsptool: cannot write the output\n";
@@ -124,6 +122,10 @@ int main(int argc, char **argv) {
     } catch (const InputError &e) {
         std::cerr << "wsptool: " << e.what() << '\n';
         return kExitUsage;
+    } catch (const DecodeError &e) {
+        std::cout.flush();
+        std::cerr << "wsptool: " << e.what() << '\n';
+        return kExitCodec;
     } catch (const std::bad_alloc &) {
         std::cerr << "wsptool: out of memory\n";
         return kExitCodec;

@@ -1,5 +1,6 @@
 # Installs the build into a scratch prefix and runs the installed wsptool on
-# the MMS example: the tool must find the installed library by itself.
+# the installed MMS example: the tool must find the installed library by
+# itself; the manual page must be installed too.
 #
 #   BUILD_DIR  the build tree to install
 #   PREFIX     the scratch prefix (emptied first)
@@ -17,7 +18,14 @@ if(NOT EXISTS "${tool}")
   message(FATAL_ERROR "${tool} was not installed")
 endif()
 
-execute_process(COMMAND "${tool}" decode-push --file "${EXAMPLES}/mms-notification.hex"
+foreach(installed share/man/man1/wsptool.1 share/doc/tarnwspencdec/examples/mms-notification.hex
+                  share/doc/tarnwspencdec/examples/push-capture.pcap)
+  if(NOT EXISTS "${PREFIX}/${installed}")
+    message(FATAL_ERROR "${installed} was not installed")
+  endif()
+endforeach()
+
+execute_process(COMMAND "${tool}" decode-push --file "${PREFIX}/share/doc/tarnwspencdec/examples/mms-notification.hex"
   OUTPUT_VARIABLE out ERROR_VARIABLE err RESULT_VARIABLE code)
 file(READ "${EXAMPLES}/mms-notification.expected" expected)
 if(NOT code EQUAL 0 OR NOT "${out}" STREQUAL "${expected}")

@@ -1,4 +1,4 @@
-// Library statuses as wsptool reports them: by name and number.
+// Library statuses as wsptool reports them: by name, number and meaning.
 #ifndef WSPTOOL_STATUS_NAMES_H
 #define WSPTOOL_STATUS_NAMES_H
 
@@ -13,6 +13,13 @@ bool status_ok(int status);
 // callers of the library compare them; the varint-length failure pattern
 // 65322 keeps its unsigned form.  Unknown codes: "unknown status (N)".
 std::string status_name(int status);
+
+// A short meaning of the status ("malformed or over-long value, no room in
+// the output, or a lookup miss"); "" for WSP_OK.
+std::string status_meaning(int status);
+
+// "WSP_ERR_FAIL (-214): malformed or ...": name, number and meaning.
+std::string describe_status(int status);
 
 } // namespace wsptool
 

@@ -1,0 +1,211 @@
+#include "pdu_decoder.h"
+
+#include <cstdio>
+#include <cstring>
+
+#include "decode_error.h"
+#include "library_buffers.h"
+#include "library_calls.h"
+#include "pdu_names.h"
+#include "status_names.h"
+#include "tarnwspencdec.h"
+
+namespace wsptool {
+
+namespace {
+
+std::string hex_octet(uint8_t octet) {
+    char text[8];
+    std::snprintf(text, sizeof text, "0x%02X", octet);
+    return text;
+}
+
+// Octets [at, at + count) of the PDU, or a DecodeError naming the field.
+Octets take(const Octets &pdu, size_t *at, size_t count, const char *what) {
+    if (count > pdu.size() - *at)
+        throw DecodeError(std::string("the ")
+                              .append(what)
+                              .append(" claims ")
+                              .append(std::to_string(count))
+                              .append(" octets; ")
+                              .append(std::to_string(pdu.size() - *at))
+                              .append(" are left"));
+    Octets out(pdu.begin() + static_cast<std::ptrdiff_t>(*at),
+               pdu.begin() + static_cast<std::ptrdiff_t>(*at + count));
+    *at += count;
+    return out;
+}
+
+void set_headers(DecodedPdu &out, const Octets &block, const PduOptions &options) {
+    out.has_headers = true;
+    out.header_octets = block.size();
+    if (!block.empty()) out.header_text = decode_header_text(block.data(), block.size(), options.version);
+}
+
+// Content type and headers sharing one length (Reply, Post): the content
+// type first, the header block after it.
+void content_type_and_headers(DecodedPdu &out, const Octets &run, const PduOptions &options) {
+    const ContentType type = decode_content_type(run.data(), run.size());
+    if (type.octets > run.size()) throw DecodeError("the content type is longer than the headers length");
+    out.content_type = type.text;
+    set_headers(out, Octets(run.begin() + static_cast<std::ptrdiff_t>(type.octets), run.end()), options);
+}
+
+void expect_end(const Octets &pdu, size_t at) {
+    if (at < pdu.size())
+        throw DecodeError(std::to_string(pdu.size() - at) + (pdu.size() - at == 1 ? " octet" : " octets") +
+                          " after the end of the PDU");
+}
+
+// Push and ConfirmedPush through wsp_push_decoding.  The PDU is handed over
+// as the caller's own bytes (external flag): the library then copies
+// headers and body into the spare record, which is freed here, and never
+// touches the PDU's block.  A transaction id is stepped over through the
+// offset.
+void decode_push(const Octets &pdu, size_t start, DecodedPdu &out, const PduOptions &options) {
+    InputBlock block(pdu);
+    wsp_buffer &record = block.record();
+    record.offset = static_cast<uint16_t>(start);
+    record.length = static_cast<uint16_t>(pdu.size() - start);
+
+    SpareRecord spare;
+    wsp_buffer *spare_ptr = &spare.record();
+    wsp_push_result result{};
+    const int status = wsp_push_decoding(&record, &result, &spare_ptr);
+    if (!status_ok(status)) throw_library_failure("wsp_push_decoding", status);
+
+    out.content_type = std::string(result.body.content_type,
+                                   strnlen(result.body.content_type, sizeof result.body.content_type));
+    const uint16_t header_octets = result.headers.buffer ? result.headers.length : 0;
+
+    // With a body, headers and body share one run of octets: the header
+    // block first, then the data.
+    Octets body;
+    if (const wsp_buffer *b = result.body.body; b != nullptr && b->data != nullptr) {
+        const uint8_t *run = b->data + b->offset;
+        if (result.headers.length < b->length) body.assign(run + result.headers.length, run + b->length);
+    }
+    Octets headers;
+    if (header_octets != 0) {
+        const wsp_buffer *h = result.headers.buffer;
+        headers.assign(h->data + h->offset, h->data + h->offset + header_octets);
+    }
+    set_headers(out, headers, options);
+    out.body = std::move(body);
+}
+
+void decode_other(const Octets &pdu, size_t at, DecodedPdu &out, const PduOptions &options) {
+    const uint8_t type = out.type;
+    if (type == kPduConnect || type == kPduConnectReply) {
+        if (type == kPduConnect) {
+            if (at >= pdu.size()) throw DecodeError("the PDU ends before its version");
+            const uint8_t version = pdu[at++];
+            out.fields.push_back({"version", std::to_string(version >> 4) + "." + std::to_string(version & 0x0F)});
+        } else {
+            out.fields.push_back({"server-session-id", std::to_string(read_uintvar(pdu, &at, "server session id"))});
+        }
+        const uint32_t caps = read_uintvar(pdu, &at, "capabilities length");
+        const uint32_t headers = read_uintvar(pdu, &at, "headers length");
+        out.capabilities = take(pdu, &at, caps, "capabilities length");
+        set_headers(out, take(pdu, &at, headers, "headers length"), options);
+        expect_end(pdu, at);
+    } else if (type == kPduReply) {
+        if (at >= pdu.size()) throw DecodeError("the PDU ends before its status");
+        const uint8_t status = pdu[at++];
+        const std::string text = reply_status_text(status);
+        out.fields.push_back({"status", hex_octet(status) + (text.empty() ? " (unassigned)" : " (" + text + ")")});
+        const uint32_t length = read_uintvar(pdu, &at, "headers length");
+        content_type_and_headers(out, take(pdu, &at, length, "headers length"), options);
+        out.body = Octets(pdu.begin() + static_cast<std::ptrdiff_t>(at), pdu.end());
+    } else if (type == kPduDisconnect) {
+        out.fields.push_back({"server-session-id", std::to_string(read_uintvar(pdu, &at, "server session id"))});
+        expect_end(pdu, at);
+    } else if (type == kPduSuspend || type == kPduResume) {
+        out.fields.push_back({"session-id", std::to_string(read_uintvar(pdu, &at, "session id"))});
+        if (type == kPduResume) {
+            const uint32_t caps = read_uintvar(pdu, &at, "capabilities length");
+            out.capabilities = take(pdu, &at, caps, "capabilities length");
+            set_headers(out, take(pdu, &at, pdu.size() - at, "headers"), options);
+        }
+        expect_end(pdu, at);
+    } else if (is_get_type(type)) {
+        const uint32_t length = read_uintvar(pdu, &at, "URI length");
+        const Octets uri = take(pdu, &at, length, "URI length");
+        out.fields.push_back({"uri", format_text(uri.data(), uri.size(), "")});
+        set_headers(out, take(pdu, &at, pdu.size() - at, "headers"), options);
+    } else if (is_post_type(type)) {
+        const uint32_t uri_length = read_uintvar(pdu, &at, "URI length");
+        const uint32_t headers_length = read_uintvar(pdu, &at, "headers length");
+        const Octets uri = take(pdu, &at, uri_length, "URI length");
+        out.fields.push_back({"uri", format_text(uri.data(), uri.size(), "")});
+        content_type_and_headers(out, take(pdu, &at, headers_length, "headers length"), options);
+        out.body = Octets(pdu.begin() + static_cast<std::ptrdiff_t>(at), pdu.end());
+    }
+    // format_text ends a line with "\n": fields hold the bare text.
+    for (PduField &field : out.fields)
+        if (!field.value.empty() && field.value.back() == '\n') field.value.pop_back();
+}
+
+bool accepted(uint8_t type, const PduOptions &options) {
+    return options.push_only ? is_push_type(type) : (is_decodable_type(type) || type == kPduRedirect);
+}
+
+DecodedPdu decode_at(const Octets &pdu, size_t start, const PduOptions &options) {
+    DecodedPdu out;
+    if (start == 1) out.tid = pdu[0];
+    if (start >= pdu.size())
+        throw InputError(start ? "the PDU is empty after its transaction id" : "the PDU is empty");
+    out.type = pdu[start];
+    if (options.push_only && !is_push_type(out.type))
+        throw DecodeError("the PDU type is " + describe_pdu_type(out.type) +
+                          ", not Push (0x06) or ConfirmedPush (0x07); decode-pdu decodes the other types");
+    if (!is_decodable_type(out.type))
+        throw DecodeError("the PDU type is " + describe_pdu_type(out.type) +
+                          "; decoded are Connect, ConnectReply, Reply, Disconnect, Push, ConfirmedPush, "
+                          "Suspend, Resume, Get (0x40-0x44) and Post (0x60-0x61)");
+    if (is_push_type(out.type))
+        decode_push(pdu, start, out, options);
+    else
+        decode_other(pdu, start + 1, out, options);
+    return out;
+}
+
+} // namespace
+
+size_t detect_type_offset(const Octets &pdu, const PduOptions &options) {
+    if (options.tid == TidMode::kPresent) return 1;
+    if (options.tid == TidMode::kAbsent || pdu.size() < 2) return 0;
+    const bool first = accepted(pdu[0], options);
+    const bool second = accepted(pdu[1], options);
+    if (first && !second) return 0;
+    if (second && !first) return 1;
+    if (!first) {
+        const char *what = options.push_only ? "a push PDU type" : "a PDU type";
+        throw DecodeError(std::string("neither the first octet (") + hex_octet(pdu[0]) + ") nor the second (" +
+                          hex_octet(pdu[1]) + ") is " + what + "; give --tid or --no-tid to say where it is");
+    }
+    // Both octets could be the type: the reading that decodes wins; when
+    // both do, the one that finds a content type; then the one without a
+    // transaction id.
+    std::optional<DecodedPdu> readings[2];
+    for (size_t start = 0; start < 2; ++start) {
+        try {
+            readings[start] = decode_at(pdu, start, options);
+        } catch (const std::runtime_error &) {
+        }
+    }
+    if (!readings[0]) return 1;
+    if (!readings[1]) return 0;
+    const bool empty_type = readings[0]->content_type && readings[0]->content_type->empty();
+    const bool found_type = readings[1]->content_type && !readings[1]->content_type->empty();
+    return empty_type && found_type ? 1 : 0;
+}
+
+DecodedPdu decode_pdu(const Octets &pdu, const PduOptions &options) {
+    if (pdu.empty()) throw InputError("the PDU is empty");
+    if (pdu.size() > kMaxOctets)
+        throw InputError("the PDU has " + std::to_string(pdu.size()) + " octets; the library handles at most 65535");
+    return decode_at(pdu, detect_type_offset(pdu, options), options);
+}
+
+} // namespace wsptool
