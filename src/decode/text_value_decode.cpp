@@ -30,7 +30,7 @@ int wsp_dec_text_value(uint32_t code, const uint8_t **cursor, wsp_buffer *out, u
     // check succeeds.
     const uint8_t *p = *cursor;
     const char *text = nullptr;
-    if (wsp_check_text_string(&p, &text, remaining, WSP_DEC_LONG_TEXT) != kWspOk) {
+    if (wsp_check_text_string(&p, &text, remaining, WSP_LONG_TEXT_AREA) != kWspOk) {
         // Too long, cut short or holding a forbidden octet: all the same here.
         return kWspErrFail;
     }

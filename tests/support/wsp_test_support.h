@@ -1,6 +1,7 @@
-// Small helpers shared by the unit tests: byte vectors, hex text, and
-// output buffers whose data block has exactly the size handed to the
-// library, so that ASan reports any write past `size`.
+// Helpers shared by both test suites (unit/ and api/): byte vectors, hex
+// text, texts with their NUL, and input and output buffers whose data block
+// has exactly the size handed to the library, so that ASan reports any
+// access past it.
 #ifndef WSP_TEST_SUPPORT_H
 #define WSP_TEST_SUPPORT_H
 
@@ -26,6 +27,13 @@ inline Bytes bytes(std::initializer_list<int> values) {
 // Bytes of a C string, without its NUL.
 inline Bytes text_bytes(const char *s) { return Bytes(s, s + std::strlen(s)); }
 
+// A text's octets followed by its NUL.
+inline Bytes cstr(const std::string &s) {
+    Bytes b(s.begin(), s.end());
+    b.push_back(0);
+    return b;
+}
+
 // Concatenation.
 inline Bytes cat(std::initializer_list<Bytes> parts) {
     Bytes out;
@@ -46,17 +54,28 @@ inline std::string hex(const uint8_t *p, size_t n) {
 }
 inline std::string hex(const Bytes &b) { return hex(b.data(), b.size()); }
 
-// An output wsp_buffer over a calloc'ed block of exactly `size` bytes
-// (size 0 still gets a distinct block).  The library may free the block on
+// An output wsp_buffer over a calloc'ed block of exactly its writable
+// region, offset + size bytes (an empty region still gets a distinct block),
+// so that ASan reports any write past it.  The library may free the block on
 // documented failure paths; the destructor frees whatever is still there.
 class OutBuffer {
   public:
     explicit OutBuffer(uint16_t size, uint16_t offset = 0) {
         std::memset(&buf_, 0, sizeof buf_);
-        buf_.data = static_cast<unsigned char *>(std::calloc(size ? size : 1, 1));
+        size_t region = static_cast<size_t>(offset) + size;
+        buf_.data = static_cast<unsigned char *>(std::calloc(region ? region : 1, 1));
         buf_.size = size;
         buf_.offset = offset;
     }
+    // Octets of the writable region: offset + size.
+    size_t region() const { return static_cast<size_t>(buf_.offset) + buf_.size; }
+    // Sets every octet of the region, so that untouched octets can be told
+    // from written ones.
+    void fill(uint8_t v) {
+        if (buf_.data != nullptr) std::memset(buf_.data, v, region() ? region() : 1);
+    }
+    // The whole region, from the first octet of data.
+    std::string region_hex() const { return buf_.data == nullptr ? std::string() : hex(buf_.data, region()); }
     ~OutBuffer() {
         if (buf_.data != nullptr && (buf_.flags & WSP_BUFFER_EXTERNAL) == 0) std::free(buf_.data);
     }
