@@ -388,20 +388,19 @@ int wsp_append_header_line(wsp_buffer *out, const char *name, const char *value)
     wsp_line_index *ix = wsp_line_index_of(out);
     // An empty output becomes an empty text even when the line does not fit.
     if (out->length == 0) {
-        if (!wsp_buffer_store_at_end(out, out->offset, 0)) return kWspErrFail;
         if (ix != nullptr) wsp_line_index_clear(ix);
+        if (!wsp_buffer_store_at_end(out, out->offset, 0)) return kWspErrFail;
     }
     if (static_cast<uint16_t>(out->length + name_len + value_len + 2) > out->size) return kWspErrFail;
     const uint32_t at = wsp_buffer_tail_index(out);
     const uint32_t colon = at + name_len;
     const uint32_t newline = colon + 1 + value_len;
-    // The line's terminating NUL is the one octet the room test leaves out:
-    // when the line fills size exactly it lands at data + offset + size and
-    // is dropped, the line and its count stay.
     if (!wsp_buffer_store_run(out, at, reinterpret_cast<const uint8_t *>(name), name_len) ||
         !wsp_buffer_store(out, colon, ':') ||
         !wsp_buffer_store_run(out, colon + 1, reinterpret_cast<const uint8_t *>(value), value_len) ||
         !wsp_buffer_store(out, newline, '\n') || !wsp_buffer_store_at_end(out, newline + 1, 0)) {
+        // Part of the line may have landed in the text.
+        if (ix != nullptr) ix->usable = false;
         return kWspErrFail;
     }
     const uint16_t before = out->length;

@@ -9,7 +9,7 @@
 #include <string>
 
 #include "decode/decode.h"
-#include "header_block_decode_support.h"
+#include "unit_support.h"
 #include "wsp_test_support.h"
 
 using namespace wsp_test;
@@ -78,7 +78,7 @@ TEST(DecHdrBounds, BufferSizeCountsFromDataNotFromOffset) {
 TEST(DecHdrBounds, NameEndingOnTheOctetAfterTheBlockLeavesNoValue) {
     // "x-a" with its NUL just past the block: the name is read, and there
     // is no value left to read.
-    HeldBlock b(str0("x-a"), 0, 4, 3);
+    HeldBlock b(cstr("x-a"), 0, 4, 3);
     OutBuffer out(64);
     EXPECT_EQ(wsp_dec_hdr(&b.hdr, out.get(), nullptr, 4), WSP_ERR_FAIL);
     EXPECT_EQ(b.buf.data, nullptr);

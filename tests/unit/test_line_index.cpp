@@ -13,10 +13,11 @@
 
 #include "decode/decode.h"
 #include "decode/line_index.h"
-#include "header_block_decode_support.h"
+#include "unit_support.h"
 #include "wsp_test_support.h"
 
 using namespace header_block_decode;
+using wsp_test::cstr;
 
 namespace {
 
@@ -206,16 +207,16 @@ wsp_test::Bytes entry(std::mt19937 &rng, bool quotes) {
     switch (kind) {
     case 0: return app(pick(rng, kNames), "v" + std::to_string(below(rng, 3)));
     case 1: return app(pick(rng, kNames), pick(rng, kValues) == std::string("q\"r") ? "q\"r" : "w");
-    case 2: return cat({str0(pick(rng, kNames)), bytes({0x80 + below(rng, 128)})});
-    case 3: return cat({str0(pick(rng, kNames)), bytes({0x02, 0x41, 0x00})});
-    case 4: return cat({bytes({0xA9}), str0("Handset/" + std::to_string(below(rng, 4)))}); // user-agent
+    case 2: return cat({cstr(pick(rng, kNames)), bytes({0x80 + below(rng, 128)})});
+    case 3: return cat({cstr(pick(rng, kNames)), bytes({0x02, 0x41, 0x00})});
+    case 4: return cat({bytes({0xA9}), cstr("Handset/" + std::to_string(below(rng, 4)))}); // user-agent
     case 5: return bytes({0x81, 0xEA});                                                     // accept-charset
     case 6: return bytes({0x8D, 0x02, 0x12, 0x34});                                         // content-length
     case 7: return bytes({0x84, 0x80 + below(rng, 2)});                                     // accept-ranges
-    case 8: return cat({bytes({0x98}), str0(below(rng, 2) ? "*" : "\"e1")});               // if-match
+    case 8: return cat({bytes({0x98}), cstr(below(rng, 2) ? "*" : "\"e1")});               // if-match
     case 9: return bytes({0xB3, 0x81});                                                     // bearer-indication
     case 10: return app("x-a:b", "c");                                                      // a name the walk cuts short
-    case 11: return cat({bytes({0x93}), str0("\"tag")});                                    // etag, quoted
+    case 11: return cat({bytes({0x93}), cstr("\"tag")});                                    // etag, quoted
     case 12: return bytes({0x7F, 0x05});                                                    // a shift, no page list
     default: return app(("x-" + std::to_string(below(rng, 40))).c_str(), "d");
     }
