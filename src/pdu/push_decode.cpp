@@ -81,8 +81,17 @@ WSP_API int wsp_decode_hdentity(const uint8_t **cursor, wsp_buffer *pdu, wsp_pus
         std::memcpy(block, p, s <= available ? s : available);
         result->headers.buffer = h != 0 ? spare : nullptr;
     } else {
+        // The PDU is re-pointed in place and cannot grow: when the 8-bit
+        // count above has wrapped (a content type of 256 octets or more),
+        // h + d would run past the PDU's last octet, so the run and the
+        // header block are cut back to the octets that follow the content
+        // type.  Nothing after a call then reaches past the caller's PDU
+        // (pinned by ApiPush.WithDataTheContentTypeOctetsAreCountedInEightBits).
+        const uint16_t available = used <= remaining ? static_cast<uint16_t>(remaining - used) : 0;
+        const uint16_t run = s <= available ? s : available;
+        if (result->headers.length > run) result->headers.length = run;
         result->headers.buffer = h != 0 ? pdu : nullptr;
-        pdu->length = s;
+        pdu->length = run;
         body->body = pdu;
         const uint8_t *base = pdu->data + pdu->offset;
         pdu->offset = static_cast<uint16_t>(pdu->offset + (p - base));

@@ -292,7 +292,10 @@ Bytes content_type_of_260_octets() {
 TEST(ApiPush, WithDataTheContentTypeOctetsAreCountedInEightBits) {
     // HeadersLen 262 = 260 octets of content type + AF 84; 5 octets of data.
     // The content type's 260 octets count as 4, so the headers are taken to
-    // be 258 octets long and the run to be 263.
+    // be 258 octets long and the run to be 263.  In place, the PDU holds
+    // only 7 octets after the content type: the run and the header block
+    // are cut back to them.  The spare gets a block of 263 octets whose
+    // tail past the PDU's octets stays zero.
     const Bytes body = bytes({0x01, 0x02, 0x03, 0x04, 0x05});
     const Bytes pdu_bytes = cat({bytes({0x06, 0x82, 0x06}), content_type_of_260_octets(), bytes({0xAF, 0x84}), body});
     ASSERT_EQ(270u, pdu_bytes.size());
@@ -301,11 +304,12 @@ TEST(ApiPush, WithDataTheContentTypeOctetsAreCountedInEightBits) {
     wsp_buffer *none = nullptr;
     ASSERT_EQ(WSP_OK, wsp_push_decoding(&pdu.buf, &res, &none));
     EXPECT_STREQ("", res.body.content_type);
-    EXPECT_EQ(258, res.headers.length);
+    EXPECT_EQ(7, res.headers.length);
     EXPECT_EQ(&pdu.buf, res.headers.buffer);
     EXPECT_EQ(&pdu.buf, res.body.body);
     EXPECT_EQ(263, pdu.buf.offset);
-    EXPECT_EQ(263, pdu.buf.length);
+    EXPECT_EQ(7, pdu.buf.length);
+    EXPECT_EQ(hex(cat({bytes({0xAF, 0x84}), body})), hex(pdu.valid()));
     EXPECT_EQ(pdu.original, pdu.buf.data);
 
     PushPdu ext(pdu_bytes, {}, true);

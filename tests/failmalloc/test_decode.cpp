@@ -1,7 +1,9 @@
 // Header block decoding with each allocation failing in turn: text values
 // of a reply, and repeated application headers merged into a line that has
 // a long text after it (the part after the line is then set aside on the
-// heap).
+// heap).  The long lines hold a quoted word: a quotation mark in the text
+// takes the writers off their line index and onto the walk that sets the
+// remainder aside.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -21,6 +23,8 @@ namespace {
 
 // A long, plain value for the lines that follow a merged line.
 std::string filler(char c, size_t n) { return std::string(n, c); }
+// The same with a quoted word in front.
+std::string quoted_filler(char c, size_t n) { return "\"q\" " + filler(c, n); }
 
 // A reply as a gateway sends it: text headers, a date, a length, a long
 // location.
@@ -50,12 +54,12 @@ TEST(FailmallocDecode, ReplyTextValuesSurviveEachFailure) {
 TEST(FailmallocDecode, ApplicationHeaderMergedOverALongRemainderSurvivesEachFailure) {
     const Decoded clean = decode_failing_each_allocation({
         app_text("X-Session", "a1"),
-        app_text("X-Trace", filler('t', 150)),
+        app_text("X-Trace", quoted_filler('t', 150)),
         app_text("X-Route", filler('r', 150)),
         app_text("X-Session", "b2", merge::text),
     });
     ASSERT_EQ(WSP_OK, clean.status);
-    EXPECT_EQ("x-session:a1,b2\nx-trace:" + filler('t', 150) + "\nx-route:" + filler('r', 150) + "\n",
+    EXPECT_EQ("x-session:a1,b2\nx-trace:" + quoted_filler('t', 150) + "\nx-route:" + filler('r', 150) + "\n",
               text_of(clean.text));
     if (clean.allocations == 0) GTEST_SKIP() << "this merge allocates nothing";
 }
@@ -63,12 +67,12 @@ TEST(FailmallocDecode, ApplicationHeaderMergedOverALongRemainderSurvivesEachFail
 TEST(FailmallocDecode, RawValueMergedOverALongRemainderSurvivesEachFailure) {
     const Decoded clean = decode_failing_each_allocation({
         app_octets("X-Count", bytes({0x85})),
-        app_text("X-Trace", filler('t', 150)),
+        app_text("X-Trace", quoted_filler('t', 150)),
         app_text("X-Route", filler('r', 150)),
         app_octets("X-Count", bytes({0x86}), merge::raw),
     });
     ASSERT_EQ(WSP_OK, clean.status);
-    EXPECT_EQ(std::string("x-count:\x85,\x86\nx-trace:") + filler('t', 150) + "\nx-route:" + filler('r', 150) +
+    EXPECT_EQ(std::string("x-count:\x85,\x86\nx-trace:") + quoted_filler('t', 150) + "\nx-route:" + filler('r', 150) +
                   "\n",
               text_of(clean.text));
     if (clean.allocations == 0) GTEST_SKIP() << "this merge allocates nothing";
