@@ -26,8 +26,6 @@ bool is_blank(uint8_t c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n
 
 bool wsp_is_token_char(uint8_t c) { return c >= 32 && c <= 126 && !is_separator(c); }
 
-bool wsp_is_text_char(uint8_t c) { return c == 9 || c == 10 || c == 13 || (c >= 32 && c != 127); }
-
 void wsp_value_class(const uint8_t *p, uint8_t *cls) { *cls = wsp_class_of(*p); }
 
 // Splits at the one-character delimiter, in place, keeping balanced
