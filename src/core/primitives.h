@@ -56,8 +56,9 @@ constexpr bool wsp_is_text_class(uint8_t cls) {
 
 // Octet 32..126 that is not one of the separators ()<>@,;:\"/[]?={} SP HT.
 bool wsp_is_token_char(uint8_t c);
-// Octet 9, 10, 13, 32..126 or 128..255.
-bool wsp_is_text_char(uint8_t c);
+// Octet 9, 10, 13, 32..126 or 128..255.  Inline: the text writers test it
+// on every octet they copy.
+constexpr bool wsp_is_text_char(uint8_t c) { return c == 9 || c == 10 || c == 13 || (c >= 32 && c != 127); }
 
 // Stores the class of the octet at p.
 void wsp_value_class(const uint8_t *p, uint8_t *cls);

@@ -26,8 +26,6 @@ bool is_blank(uint8_t c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n
 
 bool wsp_is_token_char(uint8_t c) { return c >= 32 && c <= 126 && !is_separator(c); }
 
-bool wsp_is_text_char(uint8_t c) { return c == 9 || c == 10 || c == 13 || (c >= 32 && c != 127); }
-
 void wsp_value_class(const uint8_t *p, uint8_t *cls) { *cls = wsp_class_of(*p); }
 
 // Splits at the one-character delimiter, in place, keeping balanced
@@ -47,15 +45,22 @@ extern "C" WSP_API char *wsp_strtoken(char **pos, const char *delim) {
     if (delim == nullptr || delim[0] == '\0' || delim[1] != '\0') return nullptr;
     if (pos == nullptr || *pos == nullptr || (*pos)[0] == '\0') return nullptr;
     const uint8_t d = static_cast<uint8_t>(delim[0]);
+    // The characters that stop the scan: the delimiter and, while quotes
+    // still pair up, the quotation mark (the terminator always stops
+    // strcspn).  Everything in between is passed over in one call instead
+    // of one character at a time.
+    char stops[3] = {delim[0], '"', '\0'};
     char *s = *pos;
     size_t i = 0;
     bool unbalanced = false;
     for (;;) {
+        i += std::strcspn(s + i, stops);
         uint8_t tested = static_cast<uint8_t>(s[i]);
         if (tested == '"' && !unbalanced) {
             const char *close = std::strchr(s + i + 1, '"');
             if (close == nullptr) {
                 unbalanced = true; // the mark itself is tested below
+                stops[1] = '\0';  // from now on a mark is an ordinary character
             } else {
                 i = static_cast<size_t>(close - s) + 1;
                 tested = static_cast<uint8_t>(s[i]);

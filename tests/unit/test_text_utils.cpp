@@ -180,6 +180,108 @@ TEST(StrToken, TextLongerThan16BitsIsOneToken) {
     EXPECT_EQ(got[1], "z");
 }
 
+// ---- wsp_strtoken against the character-at-a-time tokenizer ------------------------
+
+namespace {
+
+// The tokenizer as it was before it skipped runs of ordinary characters in
+// one call: one character per step.  Kept here only as the reference the
+// faster one must match exactly.
+char *reference_strtoken(char **pos, const char *delim) {
+    if (delim == nullptr || delim[0] == '\0' || delim[1] != '\0') return nullptr;
+    if (pos == nullptr || *pos == nullptr || (*pos)[0] == '\0') return nullptr;
+    const uint8_t d = static_cast<uint8_t>(delim[0]);
+    char *s = *pos;
+    size_t i = 0;
+    bool unbalanced = false;
+    for (;;) {
+        uint8_t tested = static_cast<uint8_t>(s[i]);
+        if (tested == '"' && !unbalanced) {
+            const char *close = std::strchr(s + i + 1, '"');
+            if (close == nullptr) {
+                unbalanced = true;
+            } else {
+                i = static_cast<size_t>(close - s) + 1;
+                tested = static_cast<uint8_t>(s[i]);
+            }
+        }
+        if (tested == d) {
+            if (i > 0) {
+                s[i] = '\0';
+                *pos = s + i + 1;
+                return s;
+            }
+            ++s;
+            continue;
+        }
+        if (tested == 0) {
+            *pos = s + i;
+            return s;
+        }
+        ++i;
+    }
+}
+
+// A small deterministic generator (xorshift32): the same texts on every run.
+struct TextDice {
+    uint32_t state;
+    uint32_t next() {
+        state ^= state << 13;
+        state ^= state >> 17;
+        state ^= state << 5;
+        return state;
+    }
+};
+
+// Cuts the same text with both tokenizers, token by token, and compares
+// the returned offsets, the cursor offsets and the whole text after each
+// step.
+void expect_same_cuts(const std::string &text, const char *delim, const char *label) {
+    std::vector<char> mine(text.begin(), text.end());
+    mine.push_back('\0');
+    std::vector<char> theirs = mine;
+    char *pos_mine = mine.data();
+    char *pos_theirs = theirs.data();
+    for (size_t step = 0; step <= text.size() + 2; ++step) {
+        char *t_mine = wsp_strtoken(&pos_mine, delim);
+        char *t_theirs = reference_strtoken(&pos_theirs, delim);
+        ASSERT_EQ(t_mine == nullptr, t_theirs == nullptr) << label << " step " << step;
+        ASSERT_EQ(pos_mine - mine.data(), pos_theirs - theirs.data()) << label << " step " << step;
+        ASSERT_EQ(mine, theirs) << label << " step " << step;
+        if (t_mine == nullptr) return;
+        ASSERT_EQ(t_mine - mine.data(), t_theirs - theirs.data()) << label << " step " << step;
+    }
+    FAIL() << label << ": more tokens than characters";
+}
+
+} // namespace
+
+TEST(StrToken, SameCutsAsOneCharacterAtATime) {
+    // Alphabets heavy in the delimiter, quotation marks and the other
+    // delimiters' characters, so that quotes pair, stay unbalanced, sit
+    // next to delimiters and follow closing marks.
+    const char *delims[] = {",", ";", "\n", ":", "=", " ", ".", "\"", "\xe9"};
+    const char alphabet[] = {',', ';', '\n', ':', '=', ' ', '.', '"', '"', '"', 'a', 'b', '\r', '\xe9', '\x7f'};
+    TextDice dice{0x2545F491u};
+    for (const char *delim : delims) {
+        for (int round = 0; round < 3000; ++round) {
+            size_t length = dice.next() % 65; // 0..64
+            std::string text;
+            for (size_t k = 0; k < length; ++k) {
+                uint32_t roll = dice.next() % 4;
+                // One character in four is the delimiter itself.
+                text += roll == 0 ? delim[0] : alphabet[dice.next() % sizeof alphabet];
+            }
+            expect_same_cuts(text, delim, text.c_str());
+            if (HasFatalFailure()) return;
+        }
+    }
+    // Refused arguments agree too.
+    expect_same_cuts("", ",", "empty");
+    expect_same_cuts("a,b", ",;", "two-character delimiter");
+    expect_same_cuts("a,b", "", "empty delimiter");
+}
+
 // ---- wsp_find_unquoted ------------------------------------------------------------
 
 TEST(FindUnquoted, FindsFirstOccurrence) {
