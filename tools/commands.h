@@ -26,6 +26,7 @@ struct DecodeOptions {
     std::string version = kDefaultVersion;
     bool tid = false;     // decode-push: the first octet is a transaction id
     bool hex_out = false; // print the decoded header text as hex octets
+    bool quiet = false;   // no notes on stderr for headers stepped over
 };
 
 struct EncodeOptions {
@@ -33,6 +34,14 @@ struct EncodeOptions {
     std::string text;    // encode-content-type: the content-type text
     std::string version = kDefaultVersion;
     bool raw_out = false; // encode-headers: write the octets as raw bytes
+};
+
+struct ExplainOptions {
+    InputSource input;
+    std::string version = kDefaultVersion;
+    bool push = false; // the input is a push PDU, not a header block
+    bool tid = false;  // --push: the first octet is a transaction id
+    bool json = false; // one JSON object instead of the table
 };
 
 struct Streams {
@@ -46,6 +55,7 @@ int run_decode_headers(const DecodeOptions &options, Streams io);
 int run_decode_content_type(const DecodeOptions &options, Streams io);
 int run_encode_headers(const EncodeOptions &options, Streams io);
 int run_encode_content_type(const EncodeOptions &options, Streams io);
+int run_explain(const ExplainOptions &options, Streams io);
 
 } // namespace wsptool
 

@@ -100,6 +100,26 @@ int main(int argc, char **argv) {
         ->required();
     add_version(encode_content, encode_content_options.version, "for the content-type and parameter codes");
 
+    ExplainOptions explain_options;
+    CLI::App *explain = app.add_subcommand(
+        "explain", "Show every entry of a header block or push PDU: offset, octets, kind, name, code, value form, "
+                   "the text written for it, and what became of it.");
+    add_octet_input(explain, explain_options.input, "the header block (or, with --push, the push PDU)");
+    explain->add_option("-V,--wsp-version", explain_options.version, "encoding version for the header block")
+        ->check(CLI::IsMember(kVersionList))
+        ->capture_default_str();
+    bool headers_requested = false; // the default input; the flag only makes it explicit
+    CLI::Option *explain_headers =
+        explain->add_flag("--headers", headers_requested, "the input is a header block (the default)");
+    CLI::Option *explain_push = explain->add_flag("--push", explain_options.push, "the input is a push PDU");
+    explain_headers->excludes(explain_push);
+    explain->add_flag("--tid", explain_options.tid, "with --push: the first octet is a transaction id")
+        ->needs(explain_push);
+    explain->add_flag("--json", explain_options.json, "print one JSON object (entries, text, status)");
+    for (CLI::App *decoder : {push, headers})
+        decoder->add_flag("--quiet,-q", decoder == push ? push_options.quiet : headers_options.quiet,
+                          "no notes on standard error for headers stepped over");
+
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError &e) {
@@ -115,6 +135,7 @@ int main(int argc, char **argv) {
         else if (content->parsed()) code = run_decode_content_type(content_options, io);
         else if (encode_headers->parsed()) code = run_encode_headers(encode_headers_options, io);
         else if (encode_content->parsed()) code = run_encode_content_type(encode_content_options, io);
+        else if (explain->parsed()) code = run_explain(explain_options, io);
         std::cout.flush();
         if (!std::cout) {
             std::cerr << "wsptool: cannot write the output\n";
