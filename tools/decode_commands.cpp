@@ -5,6 +5,8 @@
 #include <string>
 
 #include "commands.h"
+#include "diagnostics.h"
+#include "explain/block_walk.h"
 #include "library_buffers.h"
 #include "status_names.h"
 #include "tarnwspencdec.h"
@@ -28,7 +30,7 @@ std::string octet_count(size_t count) {
 }
 
 int codec_failure(Streams io, const char *function, int status) {
-    io.err << "wsptool: " << function << " failed: " << status_name(status) << '\n';
+    io.err << "wsptool: " << function << " failed: " << status_report(status) << '\n';
     return kExitCodec;
 }
 
@@ -43,6 +45,17 @@ bool too_long(Streams io, size_t count, const char *what) {
 // returns the library status.
 int decode_block(wsp_hdrbuf &block, OutputBlock &text, const DecodeOptions &options) {
     return wsp_dec_hdr(&block, &text.record(), nullptr, version_number(options.version));
+}
+
+// Walks the same block with the explain engine (which ends exactly where
+// wsp_dec_hdr ends) to tell what was stepped over and where a failure
+// stopped the decoding.  `base` is the block's offset in the input.
+explain::Explanation walk_block(const uint8_t *block, uint16_t length, uint16_t base, const DecodeOptions &options) {
+    explain::WalkOptions walk_options;
+    walk_options.version = version_number(options.version);
+    walk_options.output_size = kTextSize;
+    walk_options.base_offset = base;
+    return explain::explain_block(block, length, walk_options);
 }
 
 std::string header_text(OutputBlock &text, const DecodeOptions &options, std::string_view indent) {
@@ -89,10 +102,15 @@ int run_decode_push(const DecodeOptions &options, Streams io) {
         if (result.headers.length < b->length) body.assign(run + result.headers.length, run + b->length);
     }
 
+    // The header block sits right before the data (or ends the PDU).
+    const size_t block_start = pdu.size() - body.size() - header_octets;
+    const explain::Explanation walk =
+        walk_block(pdu.data() + block_start, header_octets, static_cast<uint16_t>(block_start), options);
     OutputBlock text(kTextSize);
+    int header_status = WSP_OK;
     if (header_octets != 0) {
-        status = decode_block(result.headers, text, options);
-        if (!status_ok(status)) return codec_failure(io, "wsp_dec_hdr", status);
+        header_status = decode_block(result.headers, text, options);
+        if (!options.quiet) print_stepped_over_notes(walk, io.err);
     }
 
     // format_text ends the line; an empty content type leaves the colon alone.
@@ -107,6 +125,10 @@ int run_decode_push(const DecodeOptions &options, Streams io) {
     report.append("body: ").append(octet_count(body.size())).append("\n");
     report += format_hex(body.data(), body.size(), "  ");
     io.out << report;
+    if (!status_ok(header_status)) {
+        print_decode_failure(header_status, walk, io.err);
+        return kExitCodec;
+    }
     return kExitOk;
 }
 
@@ -118,8 +140,14 @@ int run_decode_headers(const DecodeOptions &options, Streams io) {
     wsp_hdrbuf holder{static_cast<uint16_t>(octets.size()), &block.record()};
     OutputBlock text(kTextSize);
     const int status = decode_block(holder, text, options);
-    if (!status_ok(status)) return codec_failure(io, "wsp_dec_hdr", status);
+    const explain::Explanation walk = walk_block(octets.data(), holder.length, 0, options);
+    if (!options.quiet) print_stepped_over_notes(walk, io.err);
+    // The lines decoded before a failure stay in the text: shown either way.
     io.out << header_text(text, options, "");
+    if (!status_ok(status)) {
+        print_decode_failure(status, walk, io.err);
+        return kExitCodec;
+    }
     return kExitOk;
 }
 

@@ -83,17 +83,19 @@ void print_stepped_over_notes(const explain::Explanation &walk, std::ostream &er
     for (const explain::Entry &e : walk.entries) {
         if (e.fate != explain::Fate::kDropped) continue;
         err << "wsptool: note: offset " << e.offset << ": " << entry_label(e) << " stepped over: " << e.reason;
-        if (e.status) err << " (" << status_name(*e.status) << ")";
+        if (e.status) err << " [" << status_name(*e.status) << "]";
         err << '\n';
     }
 }
 
-void print_decode_failure(const explain::Explanation &walk, std::ostream &err) {
-    err << "wsptool: wsp_dec_hdr failed: " << status_report(walk.status) << '\n';
+void print_decode_failure(int status, const explain::Explanation &walk, std::ostream &err) {
+    err << "wsptool: wsp_dec_hdr failed: " << status_report(status) << '\n';
     err << "wsptool: decoding stopped at offset " << walk.stop_offset;
     if (!walk.entries.empty() && walk.entries.back().fate == explain::Fate::kFailed) {
         const explain::Entry &e = walk.entries.back();
-        err << ", " << entry_label(e) << " at offset " << e.offset << ": " << e.reason;
+        err << ", in the " << entry_label(e);
+        if (e.offset != walk.stop_offset) err << " that starts at offset " << e.offset;
+        err << ": " << e.reason;
     }
     err << '\n';
 }

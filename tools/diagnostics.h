@@ -27,11 +27,11 @@ std::string entry_label(const explain::Entry &entry);
 //   wsptool: note: offset 12: header 0x2f (x-wap-application-id) stepped over: <reason>
 void print_stepped_over_notes(const explain::Explanation &walk, std::ostream &err);
 
-// The failure of a header block decoding, after the lines decoded before it
-// have been printed:
+// The failure of a header block decoding (`status`, as wsp_dec_hdr returned
+// it), after the lines decoded before it have been printed:
 //   wsptool: wsp_dec_hdr failed: WSP_ERR_FAIL (-214): <meaning>
-//   wsptool: decoding stopped at offset 7, header "x-foo": <reason>
-void print_decode_failure(const explain::Explanation &walk, std::ostream &err);
+//   wsptool: decoding stopped at offset 7, in the header "x-foo" that starts at offset 2: <reason>
+void print_decode_failure(int status, const explain::Explanation &walk, std::ostream &err);
 
 // The header line that made the encoder fail:
 //   wsptool: line 3 "Content-Type: text/plain": WSP_ERR_FAIL (-214): <why>

@@ -118,8 +118,10 @@ void print_text(const explain::Explanation &walk, std::ostream &out) {
     out << "\ntext:\n" << format_text(reinterpret_cast<const uint8_t *>(walk.text.data()), walk.text.size(), "  ");
     out << "status: " << status_report(walk.status) << '\n';
     if (!status_ok(walk.status)) {
-        out << "stopped at offset " << walk.stop_offset
-            << (walk.block_released ? "; the library releases the block" : "; the block is kept") << '\n';
+        out << "stopped at offset " << walk.stop_offset;
+        if (walk.block_released) out << "; the library releases the header block";
+        else if (static_cast<int16_t>(walk.status) == WSP_ERR_TRUNCATED) out << "; the header block is kept";
+        out << '\n';
     }
 }
 

@@ -8,6 +8,7 @@
 #   EXPECTED      optional: a file that standard output must equal exactly
 #   STDOUT_REGEX  optional: a pattern that standard output must match
 #   STDERR_REGEX  optional: a pattern that standard error must match
+#   EXPECTED_STDERR optional: a file that standard error must equal exactly
 #   STDIN         optional: a file given as standard input (default: empty)
 
 foreach(required TOOL EXIT)
@@ -64,6 +65,12 @@ if(NOT "${EXPECTED}" STREQUAL "")
   file(READ "${EXPECTED}" expected)
   if(NOT "${out}" STREQUAL "${expected}")
     string(APPEND failed "standard output differs from ${EXPECTED}\n--- expected:\n${expected}--- got:\n${out}---\n")
+  endif()
+endif()
+if(NOT "${EXPECTED_STDERR}" STREQUAL "")
+  file(READ "${EXPECTED_STDERR}" expected_err)
+  if(NOT "${err}" STREQUAL "${expected_err}")
+    string(APPEND failed "standard error differs from ${EXPECTED_STDERR}\n--- expected:\n${expected_err}--- got:\n${err}---\n")
   endif()
 endif()
 if(NOT "${STDOUT_REGEX}" STREQUAL "" AND NOT "${out}" MATCHES "${STDOUT_REGEX}")

@@ -209,11 +209,23 @@ private:
                                                : "the writer refused it: the line does not fit the output";
         else
             reason = "the decoder refused the value";
+        reason += damaged_line(before);
         uint32_t size = 0;
         const int measured = lib::value_size(here(), &size, rem);
         if (measured != lib::kOk) return failed(e, measured, reason + "; then the value could not be measured");
         advance(size);
         return dropped(e, std::move(reason), status);
+    }
+
+    // A merge the writer refused leaves the line it had split with NUL
+    // octets in place of its colon and line feed; the text keeps them.
+    std::string damaged_line(const std::string &before) {
+        const std::string after = out_.text();
+        if (after == before) return "";
+        Entry probe;
+        settle_by_change(probe, before, after);
+        return "; line " + std::to_string(probe.line.value_or(0)) +
+               " keeps NUL octets where the writer cut it (its colon and line feed)";
     }
 
     int code_page_header() {
