@@ -371,30 +371,44 @@ private:
         return "octet " + hex_code(octet) + " cannot start an entry";
     }
 
-    int shift_sequence() {
+    // Reads the shift at here() into a new entry.  False when the octet
+    // cannot be followed: the walk then fails at that entry with -211.
+    bool shift_entry(Entry **entry) {
         Entry &e = begin(Kind::kShift);
+        *entry = &e;
         const uint8_t octet = here()[0];
         e.form = shift_form(octet);
         uint8_t new_page = 0;
-        if (!read_shift(&new_page)) return failed(e, lib::kErrArg, shift_failure(octet));
+        if (!read_shift(&new_page)) {
+            failed(e, lib::kErrArg, shift_failure(octet));
+            return false;
+        }
         page_ = new_page;
         e.code = new_page;
         e.fate = Fate::kShifted;
         close(e);
         if (new_page == kDefaultPage) {
             e.reason = "back to page 1";
-            return kContinue;
+        } else {
+            e.reason = "to page " + std::to_string(new_page);
+            if (options_.pages == nullptr) e.reason += ": without a page list its headers are stepped over";
         }
-        if (options_.pages == nullptr) {
-            e.reason = "to page " + std::to_string(new_page) + ": without a page list its headers are stepped over";
-            return skip_mode();
-        }
+        return true;
+    }
+
+    int shift_sequence() {
+        Entry *shift = nullptr;
+        if (!shift_entry(&shift)) return lib::kErrArg;
+        Entry &e = *shift;
+        const uint8_t new_page = page_;
+        // Page 1 keeps the current page record; it is not used there.
+        if (new_page == kDefaultPage) return kContinue;
+        if (options_.pages == nullptr) return skip_mode();
         if (options_.pages->count == 0 || options_.pages->pages == nullptr)
             return failed(e, lib::kErrArg, "the page list is empty");
         for (uint16_t i = 0; i < options_.pages->count; ++i) {
             if (options_.pages->pages[i].page == new_page) {
                 current_ = &options_.pages->pages[i];
-                e.reason = "to page " + std::to_string(new_page);
                 return kContinue;
             }
         }
@@ -428,20 +442,9 @@ private:
                 advance(size);
                 dropped(e, why);
             } else {
-                Entry &e = begin(Kind::kShift);
-                const uint8_t octet = here()[0];
-                e.form = shift_form(octet);
-                uint8_t new_page = 0;
-                if (!read_shift(&new_page)) return failed(e, lib::kErrArg, shift_failure(octet));
-                page_ = new_page;
-                e.code = new_page;
-                e.fate = Fate::kShifted;
-                close(e);
-                if (new_page == kDefaultPage) {
-                    e.reason = "back to page 1";
-                    return kContinue;
-                }
-                e.reason = "to page " + std::to_string(new_page) + ": without a page list its headers are stepped over";
+                Entry *shift = nullptr;
+                if (!shift_entry(&shift)) return lib::kErrArg;
+                if (page_ == kDefaultPage) return kContinue;
             }
         }
         return kContinue;
