@@ -35,6 +35,16 @@ constexpr const char *kPushLayout = R"(Output:
 
 )";
 
+constexpr const char *kExplainLayout = R"(Output: one row per entry, then the decoded text and the status.
+  OFFSET  where the entry starts in the input     OCTETS  its octets (8 shown, then the count)
+  KIND    well-known, application, shift,         CODE    header code (shift: the new page)
+          code-page, or pdu (a push PDU field)    NAME    header name
+  FORM    how the value is encoded                TEXT    what the library writes for it alone
+  RESULT  written (line N), merged into line N, dropped: why, shifted: to page N, failed: why
+--json prints one object: {"entries": [...], "text", "status", "stop_offset", "block_released"}.
+
+)";
+
 void add_version(CLI::App *command, std::string &version, const char *what) {
     command->add_option("--version", version, std::string("encoding version ") + what)
         ->check(CLI::IsMember(kVersionList))
@@ -105,6 +115,9 @@ int main(int argc, char **argv) {
         "explain", "Show every entry of a header block or push PDU: offset, octets, kind, name, code, value form, "
                    "the text written for it, and what became of it.");
     add_octet_input(explain, explain_options.input, "the header block (or, with --push, the push PDU)");
+    explain->footer(std::string(kExplainLayout) + kOctetInput +
+                    "Exit codes: 0 the block decodes, 1 the library fails on it (the rows up to the\n"
+                    "failure are printed, with the status), 2 usage error or unreadable input.");
     explain->add_option("-V,--wsp-version", explain_options.version, "encoding version for the header block")
         ->check(CLI::IsMember(kVersionList))
         ->capture_default_str();

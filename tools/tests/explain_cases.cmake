@@ -65,11 +65,11 @@ wsptool_case(decode_headers_notes EXIT 0
   STDOUT_REGEX "^x-foo:a\n$"
   EXPECTED_STDERR ${EXPLAIN_EXPECTED}/decode-headers-notes.err
   ARGS decode-headers --version 1.1 "AF 84  78 2D 46 6F 6F 00 61 00  92 83  91 83")
+file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/empty.txt "")
 wsptool_case(decode_headers_quiet EXIT 0
   STDOUT_REGEX "^x-foo:a\n$"
   EXPECTED_STDERR ${CMAKE_CURRENT_BINARY_DIR}/empty.txt
   ARGS decode-headers -q --version 1.1 "AF 84  78 2D 46 6F 6F 00 61 00  92 83  91 83")
-file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/empty.txt "")
 wsptool_case(decode_headers_failure_keeps_lines EXIT 1
   EXPECTED ${EXPLAIN_EXPECTED}/decode-headers-failure.out
   EXPECTED_STDERR ${EXPLAIN_EXPECTED}/decode-headers-failure.err
@@ -96,3 +96,7 @@ wsptool_case(encode_headers_failing_line_no_encoder EXIT 1
   EXPECTED_STDERR ${EXPLAIN_EXPECTED}/encode-headers-set-cookie.err
   STDIN ${CMAKE_CURRENT_BINARY_DIR}/lines-set-cookie.txt
   ARGS encode-headers)
+wsptool_case(decode_push_quiet EXIT 0
+  EXPECTED ${EXPLAIN_EXPECTED}/decode-push-mms-v1.1.out
+  EXPECTED_STDERR ${CMAKE_CURRENT_BINARY_DIR}/empty.txt
+  ARGS decode-push --quiet --version 1.1 --file ${WSPTOOL_EXAMPLES}/mms-notification.hex)
