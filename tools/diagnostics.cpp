@@ -80,12 +80,17 @@ std::string entry_label(const explain::Entry &entry) {
 }
 
 void print_stepped_over_notes(const explain::Explanation &walk, std::ostream &err) {
+    // Written in one piece: standard error is unbuffered, and a block may
+    // step over thousands of headers.
+    std::string notes;
     for (const explain::Entry &e : walk.entries) {
         if (e.fate != explain::Fate::kDropped) continue;
-        err << "wsptool: note: offset " << e.offset << ": " << entry_label(e) << " stepped over: " << e.reason;
-        if (e.status) err << " [" << status_name(*e.status) << "]";
-        err << '\n';
+        notes.append("wsptool: note: offset ").append(std::to_string(e.offset)).append(": ");
+        notes.append(entry_label(e)).append(" stepped over: ").append(e.reason);
+        if (e.status) notes.append(" [").append(status_name(*e.status)).append("]");
+        notes += '\n';
     }
+    err << notes;
 }
 
 void print_decode_failure(int status, const explain::Explanation &walk, std::ostream &err) {

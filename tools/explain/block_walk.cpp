@@ -5,7 +5,9 @@
 #include "block_walk.h"
 
 #include <cstdio>
+#include <algorithm>
 #include <cstring>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -46,6 +48,18 @@ public:
     wsp_buffer *record() { return &record_; }
     std::string text() const { return std::string(reinterpret_cast<const char *>(storage_.data()), record_.length); }
 
+    // Sets `text` (length octets) as the whole content, the rest zero as in
+    // a fresh buffer.  Writers write one run of octets from the start, and a
+    // NUL at most one octet past it; what lies past `length` is cleared up
+    // to the first zero octets.
+    void reset(const std::string &text) {
+        size_t dirty = static_cast<size_t>(record_.length) + 2;
+        while (dirty < storage_.size() && storage_[dirty] != 0) ++dirty;
+        std::fill(storage_.begin(), storage_.begin() + static_cast<long>(std::min(dirty, storage_.size())), 0);
+        std::copy(text.begin(), text.end(), storage_.begin());
+        record_.length = static_cast<uint16_t>(text.size());
+    }
+
 private:
     std::vector<uint8_t> storage_;
     wsp_buffer record_{};
@@ -82,6 +96,9 @@ private:
     uint16_t length_;
     WalkOptions options_;
     WorkingText out_;
+    WorkingText scratch_{options_.output_size}; // for trying a decoder aside
+    std::optional<WorkingText> roomy_;          // the largest output, made when first needed
+    OutputMirror mirror_;                       // the output as of the last entry
     Explanation result_;
     uint16_t pos_ = 0;
     uint8_t page_ = kDefaultPage;
@@ -147,14 +164,15 @@ private:
 
     // ---- the entry kinds ----
 
-    // What a decoder writes for the value when it is the only header in an
-    // empty output of the same size.
-    int alone(lib::HeaderDecoder decoder, uint8_t code, uint16_t remaining_octets, std::string *text) {
-        WorkingText scratch(options_.output_size);
+    // What a decoder writes for the value at here() into an output of the
+    // same size that holds `text` (empty: the header on its own).
+    int probe(WorkingText &scratch, lib::HeaderDecoder decoder, uint8_t code, uint16_t remaining_octets,
+              const std::string &text, std::string *written) {
+        scratch.reset(text);
         const uint8_t *p = here();
         int status = decoder(code, &p, scratch.record(), remaining_octets);
-        *text = scratch.text();
-        if (!text->empty() && text->back() == '\n') text->pop_back();
+        *written = scratch.text().substr(text.size());
+        if (!written->empty() && written->back() == '\n') written->pop_back();
         return status;
     }
 
@@ -186,15 +204,14 @@ private:
             return skip_and_drop(e, "no decoder for this code under encoding version " + version_text(options_.version),
                                  lib::kErrFail);
 
-        const std::string before = out_.text();
         const uint8_t *p = here();
         int status = decoder(code, &p, out_.record(), rem);
         std::string own_text;
-        const int alone_status = alone(decoder, code, rem, &own_text);
+        const int alone_status = probe(scratch_, decoder, code, rem, "", &own_text);
         e.text = own_text;
         if (status == lib::kOk) {
             move_to(p);
-            settle_by_change(e, before, out_.text());
+            settle(e);
             close(e);
             return kContinue;
         }
@@ -203,13 +220,22 @@ private:
                           alone_status == lib::kOk ? "the line does not fit the output"
                                                    : "the decoder refused the value: a text filled its scratch area");
         }
-        std::string reason;
-        if (alone_status == lib::kOk)
-            reason = e.name == "accept-ranges" ? "the writer refused it: \"none\" is never joined with another range unit"
-                                               : "the writer refused it: the line does not fit the output";
-        else
-            reason = "the decoder refused the value";
-        reason += damaged_line(before);
+        std::string reason = "the decoder refused the value";
+        if (alone_status == lib::kOk) {
+            // The value decodes on its own: what was already written, or the
+            // room left, refused it.  An output with the same text and room
+            // to spare tells which.
+            if (!roomy_) roomy_.emplace(0xFFFF);
+            std::string ignored;
+            const int with_room = probe(*roomy_, decoder, code, rem, mirror_.text(), &ignored);
+            if (with_room == lib::kOk)
+                reason = "the writer refused it: the line does not fit the output";
+            else if (e.name == "accept-ranges")
+                reason = "the writer refused it: \"none\" is never joined with another range unit";
+            else
+                reason = "only the first " + e.name + " is kept: the name already appears in the text";
+        }
+        reason += damaged_line();
         uint32_t size = 0;
         const int measured = lib::value_size(here(), &size, rem);
         if (measured != lib::kOk) return failed(e, measured, reason + "; then the value could not be measured");
@@ -219,13 +245,16 @@ private:
 
     // A merge the writer refused leaves the line it had split with NUL
     // octets in place of its colon and line feed; the text keeps them.
-    std::string damaged_line(const std::string &before) {
-        const std::string after = out_.text();
-        if (after == before) return "";
-        Entry probe;
-        settle_by_change(probe, before, after);
-        return "; line " + std::to_string(probe.line.value_or(0)) +
+    std::string damaged_line() {
+        const OutputMirror::Change change = mirror_.update(out_.record()->data, out_.record()->length);
+        if (!change.any) return "";
+        return "; line " + std::to_string(change.line) +
                " keeps NUL octets where the writer cut it (its colon and line feed)";
+    }
+
+    // Written or merged, and which line, from what the entry changed.
+    void settle(Entry &e) {
+        settle_by_change(e, mirror_.update(out_.record()->data, out_.record()->length));
     }
 
     int code_page_header() {
@@ -298,7 +327,6 @@ private:
         const uint16_t rem = remaining();
         if (rem == 0) return failed(e, lib::kErrFail, "the block ends before the value");
         const uint8_t *value = here();
-        const std::string before = out_.text();
         int status;
         if (lib::is_text_class(lib::value_class(value[0])) || value[0] == 0) {
             const uint8_t *p = value;
@@ -327,7 +355,7 @@ private:
             if (status == lib::kOk) advance(size);
         }
         if (status == lib::kOk) {
-            settle_by_change(e, before, out_.text());
+            settle(e);
             close(e);
             return kContinue;
         }

@@ -85,6 +85,26 @@ TEST(ExplainEntries, WriterRefusalNamesTheDamagedLine) {
     EXPECT_EQ(w.text, std::string("accept-ranges\0none\0", 19));
 }
 
+TEST(ExplainEntries, OnlyTheFirstPushFlagIsKept) {
+    const Explanation w = walk({0xB4, 0x81, 0xB4, 0x80});
+    ASSERT_EQ(w.entries.size(), 2u);
+    EXPECT_EQ(w.entries[1].fate, Fate::kDropped);
+    EXPECT_EQ(w.entries[1].text, "push-flag:0");
+    EXPECT_EQ(w.entries[1].reason, "only the first push-flag is kept: the name already appears in the text");
+    EXPECT_EQ(w.text, "push-flag:1\n");
+}
+
+TEST(ExplainEntries, PlainWriterWithoutRoomDropsTheHeader) {
+    // content-length:5 and its line feed fit in 20 octets, a second such
+    // line does not: the
+    // plain writer refuses it and decoding goes on.
+    const Explanation w = walk({0x8D, 0x85, 0x8D, 0x86}, 4, nullptr, 20);
+    ASSERT_EQ(w.entries.size(), 2u);
+    EXPECT_EQ(w.status, WSP_OK);
+    EXPECT_EQ(w.entries[1].fate, Fate::kDropped);
+    EXPECT_EQ(w.entries[1].reason, "the writer refused it: the line does not fit the output");
+}
+
 TEST(ExplainEntries, RawValueKeepsItsOctets) {
     const Explanation w = walk(bytes(std::string("x\0", 2)) + std::vector<uint8_t>{0x02, 0xAA, 0xBB});
     ASSERT_EQ(w.entries.size(), 1u);
