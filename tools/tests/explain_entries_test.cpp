@@ -96,8 +96,7 @@ TEST(ExplainEntries, OnlyTheFirstPushFlagIsKept) {
 
 TEST(ExplainEntries, PlainWriterWithoutRoomDropsTheHeader) {
     // content-length:5 and its line feed fit in 20 octets, a second such
-    // line does not: the
-    // plain writer refuses it and decoding goes on.
+    // line does not: the plain writer refuses it and decoding goes on.
     const Explanation w = walk({0x8D, 0x85, 0x8D, 0x86}, 4, nullptr, 20);
     ASSERT_EQ(w.entries.size(), 2u);
     EXPECT_EQ(w.status, WSP_OK);
