@@ -3,7 +3,8 @@
  *
  * libtarnwspencdec.so.1 converts HTTP-style header lines to the binary WSP
  * header encoding and back, and splits push PDUs into content type, header
- * block and body.  This header is valid C99 and C++.
+ * block and body.  This header compiles as C (C89 and later, given
+ * <stdint.h>) and as C++ (C++98 and later).
  *
  * Conventions
  * -----------
@@ -18,9 +19,16 @@
  *   what they consumed on success; on failure *cursor is left unchanged.
  *
  * Buffer style.  Functions that append to a wsp_buffer write at
- *   data + offset + length, test against size first and add what they wrote
- *   to length.  Writers never roll back partial output: discard a buffer
- *   after a failure.
+ *   data + offset + length, test length against size first and add what
+ *   they wrote to length.  size limits length, not offset + length: the
+ *   writable region is data[0 .. offset + size), so a block must hold
+ *   offset + size octets.  Nothing is written outside that region.  The only
+ *   octet a writer may leave out while still counting it is a terminating
+ *   NUL that would land exactly at data + offset + size: the encoders'
+ *   Quoted-string of a text without a closing quotation mark, and the NUL
+ *   after the last line of wsp_dec_hdr's text when that line fills the
+ *   output exactly.  Writers never roll back partial output: discard a
+ *   buffer after a failure.
  *
  * Sizes.  All lengths, sizes, offsets and counters are unsigned 16-bit and
  *   wrap at 0x10000; no buffer handled by the library exceeds 65535 bytes.
@@ -31,6 +39,12 @@
  *   failure paths documented below.  A buffer whose flags bit 0
  *   (WSP_BUFFER_EXTERNAL) is set belongs to the caller and is never freed.
  *   Data blocks handed to the library for freeing must come from malloc/calloc.
+ *   The release functions free `data` and set it to NULL; they never free a
+ *   wsp_buffer record itself.
+ *
+ * Received push PDUs.  wsp_push_decoding hands out one data block through
+ *   up to two holders; see the comment at wsp_push_decoding for which block
+ *   that is and the one safe order of use and release.
  *
  * Text.  Text handed to the encoders is cut and lower-cased in place:
  *   pass writable text and do not expect it unchanged after the call.
@@ -43,6 +57,12 @@
 
 #include <stddef.h>
 #include <stdint.h>
+
+/* Version of this interface (also the library's version).  The shared
+ * object's soname changes only with the major number. */
+#define TARNWSPENCDEC_VERSION_MAJOR 1
+#define TARNWSPENCDEC_VERSION_MINOR 0
+#define TARNWSPENCDEC_VERSION_PATCH 0
 
 #if defined(TARNWSPENCDEC_BUILD)
 #define WSP_API __attribute__((visibility("default")))
@@ -171,7 +191,21 @@ typedef struct wsp_hdr_page_list {
  * WSP_ERR_FAIL (a value that cannot be stepped over: block released);
  * WSP_ERR_TRUNCATED (a line did not fit: block released when a well-known
  * header's decoder reported it, kept for application and code-page headers);
- * any other writer status for application or code-page headers (released). */
+ * any other writer status for application or code-page headers (released).
+ * A line that does not fit the output is not always reported:
+ *  - headers whose repeats share one line (merged with ","), application
+ *    headers and code-page headers stop the call with WSP_ERR_TRUNCATED;
+ *  - headers written one line each (numbers and dates such as Age,
+ *    Content-Length, Date, Retry-After and If-Range, Content-MD5,
+ *    Content-ID, Bearer-Indication, Push-Flag, X-Wap-Application-Id,
+ *    X-Wap-Security, Warning, Range, Content-Disposition, Encoding-Version,
+ *    the credential and challenge headers) and plain text values (such as
+ *    Location, Server, User-Agent) are dropped when their line does not
+ *    fit; decoding goes on and the call may still return WSP_OK.
+ * Size out generously when every header matters.  Headers that cannot be
+ * decoded are dropped the same way.  On the failures marked "released" the
+ * block's data is freed; for a block from wsp_push_decoding that is the
+ * body's data too. */
 WSP_API int wsp_dec_hdr(wsp_hdrbuf *block, wsp_buffer *out, const wsp_dec_page_list *pages, int version);
 
 /* Encodes page records of text lines into a header block appended to
@@ -187,8 +221,9 @@ WSP_API int wsp_enc_hdr(wsp_hdr_page_list *pages, wsp_hdrbuf *out, const char *v
 /* Decodes one Content-type value at *cursor (avail octets) into out, which
  * must hold at least 151 bytes (WSP_CONTENT_TYPE_SIZE recommended).
  * Returns WSP_OK (a broken parameter run or an over-long media text yields
- * an empty text and success); WSP_ERR_FAIL for malformed values or no room;
- * WSP_ERR_ARG passed on from parameter decoding. */
+ * an empty text and success); WSP_ERR_FAIL for a NULL argument, avail 0, a
+ * malformed value or a text that does not fit out; WSP_ERR_ARG passed on
+ * from parameter decoding. */
 WSP_API int wsp_decode_content(const uint8_t **cursor, char *out, uint16_t avail);
 
 /* Encodes a content-type text with parameters (text may be NULL; it is not
@@ -202,23 +237,61 @@ WSP_API int wsp_encode_content(const char *text, wsp_buffer *out, const char *ve
 /* Splits a push PDU (type octet at pdu->data + offset) into content type,
  * header block and body.  *spare names the caller's spare buffer record used
  * when pdu->flags bit 0 is set (copies are made into it).
- * Returns WSP_OK or WSP_ERR_FAIL; content-type failures in a PDU without
- * data are passed on unchanged.  HeadersLen 0 frees an own PDU's data. */
+ * Returns WSP_OK or WSP_ERR_FAIL (NULL pdu or result, empty PDU, unreadable
+ * HeadersLen, headers claiming more than the PDU holds, an external PDU
+ * without a spare, no memory, any failure once data is present);
+ * content-type failures in a PDU without data are passed on unchanged.
+ * HeadersLen 0 frees an own PDU's data and leaves the result empty.
+ *
+ * Which block the result holds:
+ *  - own PDU (flags bit 0 clear): the PDU's own block, re-pointed (its
+ *    offset and length change); it now belongs to the result;
+ *  - external PDU (bit 0 set): the PDU stays the caller's, untouched; a
+ *    fresh calloc'ed block is installed in *spare (its data pointer and
+ *    flags are overwritten: pass a spare record that holds no block).
+ * Without data after the headers, result->headers.buffer describes the
+ * header block and result->body.body is NULL.  With data, headers and body
+ * share that ONE block and normally the same wsp_buffer record:
+ * result->body.body covers the header block followed by the data (the data
+ * starts result->headers.length octets in), and result->headers.buffer
+ * names the same record (or is NULL when there are no header octets).
+ *
+ * Safe order of use and release:
+ *   1. wsp_dec_hdr(&result->headers, ...)  -- before step 2, which moves
+ *      the bytes; a failure that releases the block releases the body too;
+ *   2. either keep the body in place and finish with
+ *      wsp_dealloc_hdrbuf(&result->headers) and
+ *      wsp_dealloc_bodybuf(&result->body) (the second finds data NULL), or
+ *      hand it over with wsp_decode_body(&result->body, &out) and free
+ *      out.body.data yourself, once, WITHOUT releasing result->headers
+ *      afterwards: the holder still names the same block.
+ * Freeing the block yourself and also calling a wsp_dealloc_* function on
+ * the result, or calling wsp_dealloc_hdrbuf after wsp_decode_body and then
+ * freeing out.body.data, frees it twice. */
 WSP_API int wsp_push_decoding(wsp_buffer *pdu, wsp_push_result *result, wsp_buffer **spare);
 
 /* Copies count bytes at *cursor into a fresh calloc'ed block described by
- * target (offset 0, size = length = count) and advances the cursor.
- * Returns WSP_OK or WSP_ERR_FAIL (no memory; target->data set to NULL). */
+ * target (offset 0, size = length = count) and advances the cursor.  The
+ * target's previous data pointer is overwritten, not freed.
+ * Returns WSP_OK or WSP_ERR_FAIL (NULL argument; no memory: target->data set
+ * to NULL). */
 WSP_API int wsp_decode_hdr(wsp_buffer *target, const uint8_t **cursor, uint16_t count);
 
 /* Decodes the content type at *cursor and places headers and body of a push
  * PDU that carries a body.  *cursor is read, not advanced.
- * Returns WSP_OK, WSP_ERR_FAIL, or the content-type decoder's status. */
+ * Returns WSP_OK, WSP_ERR_FAIL (NULL argument, a content type longer than
+ * headers_length, no memory, an external PDU whose body->body is NULL), or
+ * the content-type decoder's status. */
 WSP_API int wsp_decode_hdentity(const uint8_t **cursor, wsp_buffer *pdu, wsp_push_result *result,
                                 wsp_bodybuf *body, uint16_t headers_length, uint16_t remaining);
 
 /* Hands the source's body bytes, moved to the start of their block, over to
- * out; the source's body pointer becomes NULL.  Always returns WSP_OK. */
+ * out; the source's body pointer becomes NULL and the caller frees
+ * out->body.data.  For a result of wsp_push_decoding the bytes handed over
+ * are the header block followed by the data (see there: the header holder
+ * still names the same block and must not be released as well).  Without a
+ * body, out->body.data is NULL and the content type empty.  Always returns
+ * WSP_OK. */
 WSP_API int wsp_decode_body(wsp_bodybuf *source, wsp_body_result *out);
 
 /* Appends one Profile header per line of the profile text to the block.
@@ -228,27 +301,32 @@ WSP_API void wsp_uaphdr_encode(wsp_hdrbuf *block, const wsp_uaprof *profile);
 /* ---- Primitives ---------------------------------------------------------- */
 
 /* Writes value as a uintvar at *cursor (no room check: 5 bytes suffice) and
- * stores the octet count.  Returns WSP_OK. */
+ * stores the octet count.  Returns WSP_OK, or WSP_ERR_FAIL for a NULL
+ * argument. */
 WSP_API int wsp_enc_varint(uint32_t value, uint8_t **cursor, uint8_t *count);
 
 /* Reads a uintvar of at most 5 octets within avail octets.
- * Returns WSP_OK or WSP_ERR_FAIL (leading 0x80, too long, past avail). */
+ * Returns WSP_OK or WSP_ERR_FAIL (NULL argument, leading 0x80, too long,
+ * past avail). */
 WSP_API int wsp_dec_varint(const uint8_t **cursor, uint32_t *value, uint16_t avail);
 
 /* Reads a uintvar that must occupy exactly `octets` octets.
- * Returns WSP_OK or WSP_VARINTLEN_FAIL (65322). */
+ * Returns WSP_OK or WSP_VARINTLEN_FAIL (65322) for every failure, a NULL
+ * argument included. */
 WSP_API int wsp_dec_varintLen(const uint8_t **cursor, uint16_t octets, uint32_t *value, uint16_t avail);
 
 /* Reads a Short-integer (octet 128..255; value = octet & 0x7F).
- * Returns WSP_OK or WSP_ERR_FAIL. */
+ * Returns WSP_OK or WSP_ERR_FAIL (NULL argument, octet below 128). */
 WSP_API int wsp_shortint_direct_decode(const uint8_t **cursor, uint8_t *value);
 
-/* Writes value modulo 256 as a Short-integer.  Returns WSP_OK or
- * WSP_ERR_FAIL (bit 7 of value modulo 256 set). */
+/* Writes value modulo 256 as a Short-integer (no room check).  Returns
+ * WSP_OK or WSP_ERR_FAIL (NULL argument, bit 7 of value modulo 256 set). */
 WSP_API int wsp_short_int_encodeto(uint8_t **cursor, uint32_t value);
 
-/* Appends text as a Token-text (characters, then NUL).
- * Returns WSP_OK or WSP_ERR_FAIL (no room, separator or control character). */
+/* Appends text as a Token-text (characters, then NUL) in buffer style.
+ * Returns WSP_OK or WSP_ERR_FAIL (NULL argument, no room, separator or
+ * control character; characters before a refused one stay written, length
+ * is not changed). */
 WSP_API int wsp_tokentext_encode_buff(const char *text, wsp_buffer *out);
 
 /* Splits the text at *pos in place at the one-character delimiter delim,
@@ -274,9 +352,9 @@ WSP_API int device_fallback_to_byterange(void);        /* 1 */
 }
 #endif
 
-/* Layout checks: the records cross a process-wide ABI.  The C form is a
- * negative-size array typedef, valid C99. */
-#if defined(__cplusplus)
+/* Layout checks: the records cross a process-wide ABI.  C++11 and later use
+ * static_assert; older C++ and every C use a negative-size array typedef. */
+#if defined(__cplusplus) && __cplusplus >= 201103L
 #define WSP_LAYOUT_CHECK(cond, name) static_assert(cond, #name)
 #else
 #define WSP_LAYOUT_CHECK(cond, name) typedef char wsp_layout_check_##name[(cond) ? 1 : -1]

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "buffer.h"
 #include "primitives.h"
 
 namespace {
@@ -39,21 +40,21 @@ int append_long_hex(const char *digits, wsp_buffer *buf) {
     uint8_t n = static_cast<uint8_t>(d / 2 + (d & 1u));
     if (buf->size < static_cast<uint16_t>(buf->length + n + 1)) return kWspErrFail;
     uint32_t at = wsp_buffer_tail_index(buf);
-    wsp_buffer_store(buf, at, n);
+    bool stored = wsp_buffer_store(buf, at, n);
     buf->length = static_cast<uint16_t>(buf->length + n + 1);
     uint32_t out = at + 1;
     uint8_t i = 0;
     if ((d & 1u) != 0) {
         // An odd count: the first digit alone makes the first octet.
-        wsp_buffer_store(buf, out++, digit_value(static_cast<uint8_t>(digits[0])));
+        stored = stored && wsp_buffer_store(buf, out++, digit_value(static_cast<uint8_t>(digits[0])));
         i = 1;
     }
-    for (; i < d; i = static_cast<uint8_t>(i + 2)) {
+    for (; i < d && stored; i = static_cast<uint8_t>(i + 2)) {
         uint8_t hi = digit_value(static_cast<uint8_t>(digits[i]));
         uint8_t lo = digit_value(static_cast<uint8_t>(digits[i + 1]));
-        wsp_buffer_store(buf, out++, static_cast<uint8_t>((hi << 4) | lo));
+        stored = wsp_buffer_store(buf, out++, static_cast<uint8_t>((hi << 4) | lo));
     }
-    return kWspOk;
+    return stored ? kWspOk : kWspErrFail;
 }
 
 } // namespace
@@ -75,11 +76,11 @@ int wsp_append_short_int(uint32_t v, wsp_buffer *buf) {
     if (buf->length == buf->size) return kWspErrFail;
     uint8_t low = static_cast<uint8_t>(v & 0xFFu);
     if ((low & 0x80u) != 0) return kWspErrFail;
-    // Stored only inside size (a length already past size, or an offset that
-    // pushes the tail out, still counts the octet as written).
-    wsp_buffer_store(buf, wsp_buffer_tail_index(buf), static_cast<uint8_t>(low | 0x80u));
+    // A length already past size leaves the octet outside the region: it is
+    // not stored but still counted, and the call fails.
+    bool stored = wsp_buffer_store(buf, wsp_buffer_tail_index(buf), static_cast<uint8_t>(low | 0x80u));
     buf->length = static_cast<uint16_t>(buf->length + 1);
-    return buf->length < buf->size ? kWspOk : kWspErrFail;
+    return stored && buf->length < buf->size ? kWspOk : kWspErrFail;
 }
 
 // The length octet is written and counted before the room test: on failure
@@ -89,14 +90,14 @@ int wsp_append_long_int(uint32_t v, wsp_buffer *buf) {
     uint8_t n = static_cast<uint8_t>((wsp_bit_count(v) + 7) / 8);
     if (n > 4) return kWspErrFail;
     uint32_t at = wsp_buffer_tail_index(buf);
-    wsp_buffer_store(buf, at, n);
+    bool stored = wsp_buffer_store(buf, at, n);
     buf->length = static_cast<uint16_t>(buf->length + n + 1);
     if (buf->length > buf->size) return kWspErrFail;
-    for (uint8_t i = 0; i < n; ++i) {
+    for (uint8_t i = 0; i < n && stored; ++i) {
         uint8_t shift = static_cast<uint8_t>(8 * (n - 1 - i));
-        wsp_buffer_store(buf, at + 1 + i, static_cast<uint8_t>(v >> shift));
+        stored = wsp_buffer_store(buf, at + 1 + i, static_cast<uint8_t>(v >> shift));
     }
-    return kWspOk;
+    return stored ? kWspOk : kWspErrFail;
 }
 
 int wsp_append_integer(uint32_t v, wsp_buffer *buf) {

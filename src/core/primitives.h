@@ -7,8 +7,9 @@
 //  - cursor style: a pointer to a byte pointer that is advanced on success
 //    and left alone on failure;
 //  - buffer style: appends at data + offset + length of a wsp_buffer, tests
-//    against size and adds what was written to length.  Writers never roll
-//    back; callers discard a buffer after a failure.
+//    length against size and adds what was written to length.  Writers never
+//    roll back; callers discard a buffer after a failure.  Every octet goes
+//    through the guarded stores of buffer.h.
 // Every length, index and counter is uint16_t and wraps at 0x10000.
 #ifndef WSP_CORE_PRIMITIVES_H
 #define WSP_CORE_PRIMITIVES_H
@@ -80,11 +81,6 @@ int wsp_append_value_block(wsp_buffer *dst, const wsp_buffer *src);
 // Appends raw octets after a room test (size >= length + n), else -214.
 int wsp_append_bytes(const uint8_t *bytes, uint16_t n, wsp_buffer *buf);
 
-// The next write position of a buffer-style output: data + offset + length.
-inline uint8_t *wsp_buffer_tail(wsp_buffer *buf) {
-    return buf->data + static_cast<uint16_t>(buf->offset) + buf->length;
-}
-
 // ---- locale-independent character helpers ----
 // The library lower-cases and tests characters the way the C locale does, on
 // octets, whatever the host's char signedness.
@@ -105,18 +101,5 @@ const char *wsp_find_unquoted(const char *hay, const char *needle);
 char *wsp_uint_to_text(uint32_t v, char *end);
 void wsp_str_lower(char *s);
 void wsp_trim(char **pos);
-
-// Stores one octet at data[index] when index lies inside size; false, with
-// nothing stored, otherwise.  Writers that count octets before (or without)
-// a room test store through it, so nothing ever lands past the caller's block.
-bool wsp_buffer_store(wsp_buffer *buf, uint32_t index, uint8_t octet);
-// The same for a run of n octets starting at data[index]: the part that lies
-// inside size is stored, the rest is dropped.
-void wsp_buffer_store_run(wsp_buffer *buf, uint32_t index, const uint8_t *src, uint32_t n);
-// Index of the next write position of a buffer-style output, counted from
-// data: offset + length, without wrapping.
-inline uint32_t wsp_buffer_tail_index(const wsp_buffer *buf) {
-    return static_cast<uint32_t>(buf->offset) + buf->length;
-}
 
 #endif

@@ -1,10 +1,12 @@
 // Buffer-style writers of the text forms (Token-text, Text-string, plain
-// text, Quoted-string), raw octets, Value-length blocks and Version-values,
-// plus the guarded stores every writer in this library goes through.
+// text, Quoted-string), raw octets, Value-length blocks and Version-values.
+// Every octet goes through the guarded stores of buffer.h; a writer returns
+// WSP_OK only when each octet it counts was stored.
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
 
+#include "buffer.h"
 #include "primitives.h"
 
 namespace {
@@ -14,15 +16,16 @@ bool usable(const wsp_buffer *buf) { return buf != nullptr && buf->data != nullp
 uint16_t text_length(const char *text) { return static_cast<uint16_t>(std::strlen(text)); }
 
 // Copies count characters of text to data[at...], each of which must pass
-// `allowed`.  Characters before a refused one stay written.
+// `allowed`, then the terminating NUL.  Characters before a refused one stay
+// written.  False when a character is refused or an octet could not be
+// stored.
 template <typename Allowed>
 bool copy_checked(wsp_buffer *buf, uint32_t at, const char *text, uint16_t count, Allowed allowed) {
     for (uint16_t i = 0; i < count; ++i) {
         uint8_t c = static_cast<uint8_t>(text[i]);
-        if (!allowed(c)) return false;
-        wsp_buffer_store(buf, at + i, c);
+        if (!allowed(c) || !wsp_buffer_store(buf, at + i, c)) return false;
     }
-    return true;
+    return wsp_buffer_store(buf, at + count, 0);
 }
 
 // A Version-value text that fits this area is copied on the stack; longer
@@ -51,32 +54,20 @@ uint8_t numeric_version(char *copy) {
 
 } // namespace
 
-bool wsp_buffer_store(wsp_buffer *buf, uint32_t index, uint8_t octet) {
-    if (index >= buf->size) return false;
-    buf->data[index] = octet;
-    return true;
-}
-
-void wsp_buffer_store_run(wsp_buffer *buf, uint32_t index, const uint8_t *src, uint32_t n) {
-    if (n == 0 || index >= buf->size) return;
-    uint32_t room = buf->size - index;
-    std::memcpy(buf->data + index, src, n < room ? n : room);
-}
-
 extern "C" WSP_API int wsp_tokentext_encode_buff(const char *text, wsp_buffer *out) {
     if (text == nullptr || !usable(out)) return kWspErrFail;
     uint16_t len = text_length(text);
     if (out->size < static_cast<uint16_t>(len + out->length + 1)) return kWspErrFail;
     uint32_t at = wsp_buffer_tail_index(out);
     if (!copy_checked(out, at, text, len, wsp_is_token_char)) return kWspErrFail;
-    wsp_buffer_store(out, at + len, 0);
     out->length = static_cast<uint16_t>(out->length + len + 1);
     return kWspOk;
 }
 
 // A text whose first octet is 128 or above gets the Quote octet 127 in
 // front.  Quote and first octet are written before the room test, on
-// purpose; length only counts them on success.
+// purpose; length only counts them on success, and success needs them
+// stored.
 int wsp_append_text_string(const char *text, wsp_buffer *buf) {
     if (text == nullptr || !usable(buf)) return kWspErrFail;
     uint16_t len = text_length(text);
@@ -84,16 +75,16 @@ int wsp_append_text_string(const char *text, wsp_buffer *buf) {
     const char *rest = text;
     uint16_t count = len;
     uint16_t total = static_cast<uint16_t>(len + 1);
+    bool quote_stored = true;
     if (len > 0 && static_cast<uint8_t>(text[0]) >= 128) {
-        wsp_buffer_store(buf, at++, 127);
-        wsp_buffer_store(buf, at++, static_cast<uint8_t>(text[0]));
+        quote_stored = wsp_buffer_store(buf, at, 127) && wsp_buffer_store(buf, at + 1, static_cast<uint8_t>(text[0]));
+        at += 2;
         total = static_cast<uint16_t>(len + 2);
         rest = text + 1;
         count = static_cast<uint16_t>(len - 1);
     }
     if (buf->size < static_cast<uint16_t>(total + buf->length)) return kWspErrFail;
-    if (!copy_checked(buf, at, rest, count, wsp_is_text_char)) return kWspErrFail;
-    wsp_buffer_store(buf, at + count, 0);
+    if (!copy_checked(buf, at, rest, count, wsp_is_text_char) || !quote_stored) return kWspErrFail;
     buf->length = static_cast<uint16_t>(buf->length + total);
     return kWspOk;
 }
@@ -107,7 +98,6 @@ int wsp_append_plain_text(const char *text, wsp_buffer *buf) {
     if (buf->size < static_cast<uint16_t>(total + buf->length)) return kWspErrFail;
     uint32_t at = wsp_buffer_tail_index(buf);
     if (!copy_checked(buf, at, text, len, wsp_is_text_char)) return kWspErrFail;
-    wsp_buffer_store(buf, at + len, 0);
     buf->length = static_cast<uint16_t>(buf->length + total);
     return kWspOk;
 }
@@ -115,16 +105,17 @@ int wsp_append_plain_text(const char *text, wsp_buffer *buf) {
 // Writes the opening quotation mark, the content and a NUL; the closing
 // quotation mark of the text becomes the terminator, so L octets are
 // counted for a text of L characters.  A text without a closing mark is
-// accepted too: its NUL then falls one octet past the L counted octets.
-// That NUL is stored only when it lies inside size; status and length are
-// the same either way.
+// accepted too: its NUL then falls one octet past the L counted octets, and
+// when the text fills the buffer exactly that NUL lands at
+// data + offset + size: it is dropped there, and status and length are what
+// they would have been had it fitted.
 int wsp_append_quoted_string(const char *text, wsp_buffer *buf) {
     if (text == nullptr || !usable(buf)) return kWspErrFail;
     uint16_t len = text_length(text);
     if (buf->size < static_cast<uint16_t>(buf->length + len)) return kWspErrFail;
     if (text[0] != '"') return kWspErrFail;
     uint32_t at = wsp_buffer_tail_index(buf);
-    wsp_buffer_store(buf, at, '"');
+    if (!wsp_buffer_store(buf, at, '"')) return kWspErrFail;
     uint32_t written = 1;
     if (len != 1) {
         uint16_t examine = static_cast<uint16_t>(len - 1);
@@ -136,11 +127,13 @@ int wsp_append_quoted_string(const char *text, wsp_buffer *buf) {
                 if (static_cast<uint16_t>(i + 1) != examine) return kWspErrFail;
                 continue;
             }
-            wsp_buffer_store(buf, at + written, c);
+            if (!wsp_buffer_store(buf, at + written, c)) return kWspErrFail;
             ++written;
         }
     }
-    wsp_buffer_store(buf, at + written, 0);
+    // The terminator of an unclosed text is the one octet that may fall
+    // exactly past the region.
+    if (!wsp_buffer_store_at_end(buf, at + written, 0)) return kWspErrFail;
     buf->length = static_cast<uint16_t>(buf->length + len);
     return kWspOk;
 }
@@ -148,35 +141,37 @@ int wsp_append_quoted_string(const char *text, wsp_buffer *buf) {
 int wsp_append_bytes(const uint8_t *bytes, uint16_t n, wsp_buffer *buf) {
     if (!usable(buf) || (bytes == nullptr && n != 0)) return kWspErrFail;
     if (buf->size < static_cast<uint16_t>(buf->length + n)) return kWspErrFail;
-    wsp_buffer_store_run(buf, wsp_buffer_tail_index(buf), bytes, n);
+    if (!wsp_buffer_store_run(buf, wsp_buffer_tail_index(buf), bytes, n)) return kWspErrFail;
     buf->length = static_cast<uint16_t>(buf->length + n);
     return kWspOk;
 }
 
 // Value-length (0..30 itself, or 31 and a uintvar) and then src's valid
 // bytes.  The length octets go out without a room test and stay counted when
-// the room test for the bytes fails; octets that would fall past size are
-// dropped but still counted, so that test then fails with -214.
+// the room test for the bytes fails.  Length octets that fall outside the
+// region are not stored but still counted; success needs them stored.
 int wsp_append_value_block(wsp_buffer *dst, const wsp_buffer *src) {
     if (!usable(dst) || src == nullptr) return kWspErrFail;
     uint16_t len = src->length;
     if (len != 0 && src->data == nullptr) return kWspErrFail;
     uint32_t at = wsp_buffer_tail_index(dst);
+    bool prefix_stored;
     if (len > 30) {
-        wsp_buffer_store(dst, at, 31);
+        prefix_stored = wsp_buffer_store(dst, at, 31);
         dst->length = static_cast<uint16_t>(dst->length + 1);
         uint8_t octets[5];
         uint8_t *cursor = octets;
         uint8_t count = 0;
         if (wsp_enc_varint(len, &cursor, &count) != kWspOk) return kWspErrFail;
-        wsp_buffer_store_run(dst, at + 1, octets, count);
+        prefix_stored = wsp_buffer_store_run(dst, at + 1, octets, count) && prefix_stored;
         dst->length = static_cast<uint16_t>(dst->length + count);
     } else {
-        wsp_buffer_store(dst, at, static_cast<uint8_t>(len));
+        prefix_stored = wsp_buffer_store(dst, at, static_cast<uint8_t>(len));
         dst->length = static_cast<uint16_t>(dst->length + 1);
     }
     if (dst->size < static_cast<uint16_t>(dst->length + len)) return kWspErrFail;
-    if (len != 0) wsp_buffer_store_run(dst, wsp_buffer_tail_index(dst), src->data + src->offset, len);
+    if (!prefix_stored || !wsp_buffer_store_run(dst, wsp_buffer_tail_index(dst), src->data + src->offset, len))
+        return kWspErrFail;
     dst->length = static_cast<uint16_t>(dst->length + len);
     return kWspOk;
 }
@@ -202,8 +197,7 @@ int wsp_append_version(const char *text, wsp_buffer *buf) {
     std::free(heap);
 
     if (octet != 0) {
-        if (buf->length >= buf->size) return kWspErrFail;
-        wsp_buffer_store(buf, wsp_buffer_tail_index(buf), octet);
+        if (buf->length >= buf->size || !wsp_buffer_store(buf, wsp_buffer_tail_index(buf), octet)) return kWspErrFail;
         buf->length = static_cast<uint16_t>(buf->length + 1);
         return kWspOk;
     }

@@ -12,6 +12,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "buffer.h"
 #include "decode.h"
 #include "primitives.h"
 
@@ -223,21 +224,25 @@ int wsp_add_header_line(wsp_buffer *out, const char *name, const char *value) {
 
 // The plain writer: one new line at data + offset + length, whatever lines
 // are already there.  No room gives -214 (not -216), so a decoder using this
-// writer loses its header while decoding goes on.
+// writer loses its header while decoding goes on.  size limits length; the
+// room test does not count the terminating NUL, so a line that fills size
+// exactly has its NUL land at data + offset + size, where it is dropped.
 int wsp_append_header_line(wsp_buffer *out, const char *name, const char *value) {
     if (out == nullptr || name == nullptr || value == nullptr || out->data == nullptr) return kWspErrFail;
-    const uint16_t size = out->size;
     const uint16_t name_len = text_length(name);
     const uint16_t value_len = text_length(value);
-    bounded_writer wr{out->data, size, out->offset};
-    if (out->length == 0) wr.put(0);
-    if (static_cast<uint16_t>(out->length + name_len + value_len + 2) > size) return kWspErrFail;
-    wr.w = static_cast<uint32_t>(out->offset) + out->length;
-    wr.put_text(name);
-    wr.put(':');
-    wr.put_text(value);
-    wr.put('\n');
-    wr.terminate();
+    // An empty output becomes an empty text even when the line does not fit.
+    if (out->length == 0 && !wsp_buffer_store_at_end(out, out->offset, 0)) return kWspErrFail;
+    if (static_cast<uint16_t>(out->length + name_len + value_len + 2) > out->size) return kWspErrFail;
+    const uint32_t at = wsp_buffer_tail_index(out);
+    const uint32_t colon = at + name_len;
+    const uint32_t newline = colon + 1 + value_len;
+    if (!wsp_buffer_store_run(out, at, reinterpret_cast<const uint8_t *>(name), name_len) ||
+        !wsp_buffer_store(out, colon, ':') ||
+        !wsp_buffer_store_run(out, colon + 1, reinterpret_cast<const uint8_t *>(value), value_len) ||
+        !wsp_buffer_store(out, newline, '\n') || !wsp_buffer_store_at_end(out, newline + 1, 0)) {
+        return kWspErrFail;
+    }
     out->length = static_cast<uint16_t>(out->length + name_len + value_len + 2);
     return kWspOk;
 }

@@ -395,15 +395,17 @@ TEST(ConfProfile, MissingArgumentsChangeNothing) {
 
 TEST(ConfProfile, SixteenBitSumsWrap) {
     // L + N = 65540 is 4 in 16 bits, so the text is appended in place; the
-    // Text-string's room test (65531 + 11 = 6 in 16 bits) passes as well and
-    // the lengths wrap to 6.  Only the octets inside the block are written.
+    // Text-string's room test (65531 + 11 = 6 in 16 bits) passes as well,
+    // but the text cannot be stored past the block: the append fails and
+    // the lengths are restored.  Only the octets inside the block are
+    // written.
     ProfileBlock block(kTenOctets, 12);
     std::string text(65530, 'p');
     append_profile(block, text);
     EXPECT_EQ(block.original, block.buf.data);
     EXPECT_EQ(12, block.buf.size);
-    EXPECT_EQ(6, block.buf.length);
-    EXPECT_EQ(6, block.holder.length);
+    EXPECT_EQ(10, block.buf.length);
+    EXPECT_EQ(10, block.holder.length);
     EXPECT_EQ(hex(cat({kTenOctets, bytes({0xB5, 'p'})})), hex(block.buf.data, 12));
 }
 
@@ -414,18 +416,9 @@ TEST(ConfProfile, BrowserRequestHeadersWithProfileUnderEachVersion) {
     const Bytes ua = cat({bytes({0xA9}), text0("Handset/1.0")});
     const char *versions[] = {"1.1", "1.2", "1.3", "1.4"};
     for (const char *v : versions) {
-        TextCopy text(lines);
-        wsp_hdr_page page;
-        std::memset(&page, 0, sizeof page);
-        page.page = 1;
-        page.text.data = reinterpret_cast<unsigned char *>(text.get());
-        page.text.size = static_cast<uint16_t>(lines.size() + 1);
-        page.text.length = static_cast<uint16_t>(lines.size());
-        wsp_hdr_page_list list;
-        list.count = 1;
-        list.pages = &page;
+        OnePageList list(lines);
         ProfileBlock block({}, 256);
-        ASSERT_EQ(WSP_OK, low16(wsp_enc_hdr(&list, &block.holder, v))) << v;
+        ASSERT_EQ(WSP_OK, low16(wsp_enc_hdr(list.get(), &block.holder, v))) << v;
         const bool newer_charset = v[2] >= '3';
         Bytes expect = cat({bytes({0x80, 0x80, 0x80, 0x94}), bytes({newer_charset ? 0xBB : 0x81, 0xEA}),
                             bytes({0x83, 0x99}), ua});

@@ -14,6 +14,7 @@ int main(void) {
         fprintf(stderr, "unexpected: %s\n", text);
         return 1;
     }
-    printf("installed library ok: %s", text);
+    printf("installed library %d.%d.%d ok: %s", TARNWSPENCDEC_VERSION_MAJOR, TARNWSPENCDEC_VERSION_MINOR,
+           TARNWSPENCDEC_VERSION_PATCH, text);
     return 0;
 }

@@ -46,17 +46,28 @@ inline std::string hex(const uint8_t *p, size_t n) {
 }
 inline std::string hex(const Bytes &b) { return hex(b.data(), b.size()); }
 
-// An output wsp_buffer over a calloc'ed block of exactly `size` bytes
-// (size 0 still gets a distinct block).  The library may free the block on
+// An output wsp_buffer over a calloc'ed block of exactly its writable
+// region, offset + size bytes (an empty region still gets a distinct block),
+// so that ASan reports any write past it.  The library may free the block on
 // documented failure paths; the destructor frees whatever is still there.
 class OutBuffer {
   public:
     explicit OutBuffer(uint16_t size, uint16_t offset = 0) {
         std::memset(&buf_, 0, sizeof buf_);
-        buf_.data = static_cast<unsigned char *>(std::calloc(size ? size : 1, 1));
+        size_t region = static_cast<size_t>(offset) + size;
+        buf_.data = static_cast<unsigned char *>(std::calloc(region ? region : 1, 1));
         buf_.size = size;
         buf_.offset = offset;
     }
+    // Octets of the writable region: offset + size.
+    size_t region() const { return static_cast<size_t>(buf_.offset) + buf_.size; }
+    // Sets every octet of the region, so that untouched octets can be told
+    // from written ones.
+    void fill(uint8_t v) {
+        if (buf_.data != nullptr) std::memset(buf_.data, v, region() ? region() : 1);
+    }
+    // The whole region, from the first octet of data.
+    std::string region_hex() const { return buf_.data == nullptr ? std::string() : hex(buf_.data, region()); }
     ~OutBuffer() {
         if (buf_.data != nullptr && (buf_.flags & WSP_BUFFER_EXTERNAL) == 0) std::free(buf_.data);
     }

@@ -11,16 +11,6 @@
 
 using namespace wsp_test;
 
-namespace {
-
-// Fills the whole block with 0xEE so that untouched octets can be told
-// from written zeros.
-void mark(OutBuffer &b) { std::memset(b->data, 0xEE, b->size ? b->size : 1); }
-
-std::string block_hex(OutBuffer &b) { return hex(b->data, b->size); }
-
-} // namespace
-
 // ---- wsp_bit_count ------------------------------------------------------------
 
 TEST(BitCount, ZeroCountsAsOneBit) { EXPECT_EQ(wsp_bit_count(0), 1); }
@@ -56,28 +46,28 @@ TEST(AppendShortInt, LastOctetWrittenCountedButRefused) {
 TEST(AppendShortInt, LastOctetAfterEarlierContent) {
     OutBuffer b(3);
     b->length = 2;
-    mark(b);
+    b.fill(0xEE);
     EXPECT_EQ(wsp_append_short_int(0x11, b.get()), WSP_ERR_FAIL);
     EXPECT_EQ(b->length, 3);
-    EXPECT_EQ(block_hex(b), "EE EE 91");
+    EXPECT_EQ(b.region_hex(), "EE EE 91");
 }
 
 TEST(AppendShortInt, FullBufferRefusedUntouched) {
     OutBuffer b(2);
     b->length = 2;
-    mark(b);
+    b.fill(0xEE);
     EXPECT_EQ(wsp_append_short_int(5, b.get()), WSP_ERR_FAIL);
     EXPECT_EQ(b->length, 2);
-    EXPECT_EQ(block_hex(b), "EE EE");
+    EXPECT_EQ(b.region_hex(), "EE EE");
 }
 
 TEST(AppendShortInt, HighBitRefusedNothingWritten) {
     OutBuffer b(4);
-    mark(b);
+    b.fill(0xEE);
     EXPECT_EQ(wsp_append_short_int(128, b.get()), WSP_ERR_FAIL);
     EXPECT_EQ(wsp_append_short_int(0x1FF, b.get()), WSP_ERR_FAIL);
     EXPECT_EQ(b->length, 0);
-    EXPECT_EQ(block_hex(b), "EE EE EE EE");
+    EXPECT_EQ(b.region_hex(), "EE EE EE EE");
 }
 
 TEST(AppendShortInt, OnlyLowEightBitsCount) {
@@ -88,9 +78,9 @@ TEST(AppendShortInt, OnlyLowEightBitsCount) {
 
 TEST(AppendShortInt, WritesAfterOffset) {
     OutBuffer b(4, 2);
-    mark(b);
+    b.fill(0xEE);
     EXPECT_EQ(wsp_append_short_int(1, b.get()), WSP_OK);
-    EXPECT_EQ(block_hex(b), "EE EE 81 EE");
+    EXPECT_EQ(b.region_hex(), "EE EE 81 EE EE EE");
     EXPECT_EQ(b->length, 1);
 }
 
@@ -99,21 +89,21 @@ TEST(AppendShortInt, LengthPastSizeCountedNotStored) {
     // the octet is still counted and the result is the no-room status.
     OutBuffer b(2);
     b->length = 3;
-    mark(b);
+    b.fill(0xEE);
     EXPECT_EQ(wsp_append_short_int(1, b.get()), WSP_ERR_FAIL);
     EXPECT_EQ(b->length, 4);
-    EXPECT_EQ(block_hex(b), "EE EE");
+    EXPECT_EQ(b.region_hex(), "EE EE");
 }
 
 TEST(AppendShortInt, LengthWrapsAt16Bits) {
     OutBuffer b(10);
     b->length = 0xFFFF;
-    mark(b);
-    // 0xFFFF + 1 wraps to 0, which is below size: success, nothing stored
-    // outside the block.
-    EXPECT_EQ(wsp_append_short_int(1, b.get()), WSP_OK);
+    b.fill(0xEE);
+    // 0xFFFF + 1 wraps to 0, below size, but the octet lies far past the
+    // block: nothing is stored, it is counted, and the call fails.
+    EXPECT_EQ(wsp_append_short_int(1, b.get()), WSP_ERR_FAIL);
     EXPECT_EQ(b->length, 0);
-    EXPECT_EQ(block_hex(b), "EE EE EE EE EE EE EE EE EE EE");
+    EXPECT_EQ(b.region_hex(), "EE EE EE EE EE EE EE EE EE EE");
 }
 
 TEST(AppendShortInt, NullBufferRefused) {
@@ -151,30 +141,30 @@ TEST(AppendLongInt, ExactlyFullSucceeds) {
 
 TEST(AppendLongInt, LengthOctetCountedBeforeRoomTest) {
     OutBuffer b(2);
-    mark(b);
+    b.fill(0xEE);
     EXPECT_EQ(wsp_append_long_int(0x1234, b.get()), WSP_ERR_FAIL);
     EXPECT_EQ(b->length, 3);
-    EXPECT_EQ(block_hex(b), "02 EE");
+    EXPECT_EQ(b.region_hex(), "02 EE");
 }
 
 TEST(AppendLongInt, NoRoomAtAllStillCountsLength) {
     OutBuffer b(2);
     b->length = 2;
-    mark(b);
+    b.fill(0xEE);
     EXPECT_EQ(wsp_append_long_int(200, b.get()), WSP_ERR_FAIL);
     EXPECT_EQ(b->length, 4);
-    EXPECT_EQ(block_hex(b), "EE EE");
+    EXPECT_EQ(b.region_hex(), "EE EE");
 }
 
 TEST(AppendLongInt, LengthWrapStaysInsideBlock) {
     OutBuffer b(8);
     b->length = 0xFFFE;
-    mark(b);
-    // 0xFFFE + 3 wraps to 1, below size: success as far as the counts go,
-    // but the octets would lie past the block and are not stored.
-    EXPECT_EQ(wsp_append_long_int(0x1234, b.get()), WSP_OK);
+    b.fill(0xEE);
+    // 0xFFFE + 3 wraps to 1, below size, but the octets would lie past the
+    // block: nothing is stored, the count stands, and the call fails.
+    EXPECT_EQ(wsp_append_long_int(0x1234, b.get()), WSP_ERR_FAIL);
     EXPECT_EQ(b->length, 1);
-    EXPECT_EQ(block_hex(b), "EE EE EE EE EE EE EE EE");
+    EXPECT_EQ(b.region_hex(), "EE EE EE EE EE EE EE EE");
 }
 
 // ---- wsp_append_integer -------------------------------------------------------------
@@ -222,12 +212,12 @@ TEST(AppendIntegerText, NotANumberIsZero) {
 
 TEST(AppendIntegerText, DecimalMaximumRefused) {
     OutBuffer b(8);
-    mark(b);
+    b.fill(0xEE);
     EXPECT_EQ(wsp_append_integer_text("4294967295", b.get()), WSP_ERR_FAIL);
     EXPECT_EQ(wsp_append_integer_text("4294967296", b.get()), WSP_ERR_FAIL);
     EXPECT_EQ(wsp_append_integer_text("-1", b.get()), WSP_ERR_FAIL);
     EXPECT_EQ(b->length, 0);
-    EXPECT_EQ(block_hex(b), "EE EE EE EE EE EE EE EE");
+    EXPECT_EQ(b.region_hex(), "EE EE EE EE EE EE EE EE");
 }
 
 TEST(AppendIntegerText, DecimalLargestBelowMaximum) {
@@ -318,18 +308,18 @@ TEST(AppendIntegerText, HexadecimalOverflowExactRoom) {
 TEST(AppendIntegerText, HexadecimalOverflowNoRoomWritesNothing) {
     OutBuffer b(6);
     b->length = 1;
-    mark(b);
+    b.fill(0xEE);
     EXPECT_EQ(wsp_append_integer_text("0x1FFFFFFFFF", b.get()), WSP_ERR_FAIL);
     EXPECT_EQ(b->length, 1);
-    EXPECT_EQ(block_hex(b), "EE EE EE EE EE EE");
+    EXPECT_EQ(b.region_hex(), "EE EE EE EE EE EE");
 }
 
 TEST(AppendIntegerText, LongIntegerRoomFailureKeepsLengthOctet) {
     OutBuffer b(2);
-    mark(b);
+    b.fill(0xEE);
     EXPECT_EQ(wsp_append_integer_text("0x1234", b.get()), WSP_ERR_FAIL);
     EXPECT_EQ(b->length, 3);
-    EXPECT_EQ(block_hex(b), "02 EE");
+    EXPECT_EQ(b.region_hex(), "02 EE");
 }
 
 TEST(AppendIntegerText, NullArgumentsRefused) {

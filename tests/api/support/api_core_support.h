@@ -39,25 +39,39 @@ struct Encoded {
     bool data_released;
 };
 
+// A page list of one page-1 record over a writable copy of `lines` (the
+// encoder cuts the text in place).
+class OnePageList {
+  public:
+    explicit OnePageList(const std::string &lines) : text_(lines) {
+        std::memset(&page_, 0, sizeof page_);
+        page_.page = 1;
+        page_.text.data = reinterpret_cast<unsigned char *>(text_.get());
+        page_.text.size = static_cast<uint16_t>(lines.size() + 1);
+        page_.text.length = static_cast<uint16_t>(lines.size());
+        list_.count = 1;
+        list_.pages = &page_;
+    }
+    OnePageList(const OnePageList &) = delete;
+    OnePageList &operator=(const OnePageList &) = delete;
+    wsp_hdr_page_list *get() { return &list_; }
+
+  private:
+    TextCopy text_;
+    wsp_hdr_page page_;
+    wsp_hdr_page_list list_;
+};
+
 // One page-1 record holding `lines`, encoded under `version` into a fresh
 // output block of `size` bytes.
 inline Encoded encode_lines(const std::string &lines, const char *version, uint16_t size = 512) {
-    TextCopy text(lines);
-    wsp_hdr_page page;
-    std::memset(&page, 0, sizeof page);
-    page.page = 1;
-    page.text.data = reinterpret_cast<unsigned char *>(text.get());
-    page.text.size = static_cast<uint16_t>(lines.size() + 1);
-    page.text.length = static_cast<uint16_t>(lines.size());
-    wsp_hdr_page_list list;
-    list.count = 1;
-    list.pages = &page;
+    OnePageList list(lines);
     OutBuffer out(size);
     wsp_hdrbuf holder;
     holder.length = 0;
     holder.buffer = out.get();
     Encoded e;
-    e.status = wsp_enc_hdr(&list, &holder, version);
+    e.status = wsp_enc_hdr(list.get(), &holder, version);
     e.data_released = out->data == nullptr;
     e.bytes = out.written();
     e.holder_length = holder.length;
