@@ -6,7 +6,7 @@
 // 2250..2251 and 2253..2259; 2252 has no row.  "iso-8859-1" is there twice
 // on purpose, as 4 and as 1004: a name search takes the first row, so the
 // name always goes out as 4, while 1004 still comes back as the name.
-constexpr wsp_code_entry wsp_charsets[WSP_CHARSET_ROWS] = {
+constexpr wsp_row_text kCharsets[WSP_CHARSET_ROWS] = {
     {"us-ascii", 3},
     {"iso-8859-1", 4},
     {"iso-8859-2", 5},
@@ -253,17 +253,20 @@ constexpr wsp_code_entry wsp_charsets[WSP_CHARSET_ROWS] = {
     {"tis-620", 2259},
 };
 
-static_assert(wsp_all_rows_named(wsp_charsets, WSP_CHARSET_ROWS));
-static_assert(wsp_codes_run(wsp_charsets, 0, 104, 3));
-static_assert(wsp_codes_run(wsp_charsets, 104, 6, 109));
-static_assert(wsp_codes_run(wsp_charsets, 110, 21, 1000));
-static_assert(wsp_codes_run(wsp_charsets, 131, 104, 2000));
-static_assert(wsp_codes_run(wsp_charsets, 235, 2, 2250));
-static_assert(wsp_codes_run(wsp_charsets, 237, 7, 2253));
-static_assert(wsp_row_is(wsp_charsets[0], "us-ascii", 3));
-static_assert(wsp_row_is(wsp_charsets[1], "iso-8859-1", 4));
-static_assert(wsp_row_is(wsp_charsets[103], "utf-8", 106));
-static_assert(wsp_row_is(wsp_charsets[114], "iso-8859-1", 1004));
-static_assert(wsp_row_is(wsp_charsets[236], "windows-1251", 2251));
-static_assert(wsp_row_is(wsp_charsets[237], "windows-1253", 2253));
-static_assert(wsp_row_is(wsp_charsets[243], "tis-620", 2259));
+static_assert(wsp_all_rows_named(kCharsets, WSP_CHARSET_ROWS));
+static_assert(wsp_codes_run(kCharsets, 0, 104, 3));
+static_assert(wsp_codes_run(kCharsets, 104, 6, 109));
+static_assert(wsp_codes_run(kCharsets, 110, 21, 1000));
+static_assert(wsp_codes_run(kCharsets, 131, 104, 2000));
+static_assert(wsp_codes_run(kCharsets, 235, 2, 2250));
+static_assert(wsp_codes_run(kCharsets, 237, 7, 2253));
+static_assert(wsp_row_is(kCharsets[0], "us-ascii", 3));
+static_assert(wsp_row_is(kCharsets[1], "iso-8859-1", 4));
+static_assert(wsp_row_is(kCharsets[103], "utf-8", 106));
+static_assert(wsp_row_is(kCharsets[114], "iso-8859-1", 1004));
+static_assert(wsp_row_is(kCharsets[236], "windows-1251", 2251));
+static_assert(wsp_row_is(kCharsets[237], "windows-1253", 2253));
+static_assert(wsp_row_is(kCharsets[243], "tis-620", 2259));
+
+constexpr auto kCharsetRows = wsp_code_rows(kCharsets);
+WSP_DEFINE_TABLE(wsp_charsets, kCharsetRows);

@@ -6,7 +6,7 @@
 // written next to them.  Codes 0x40, 0x41, 0x45..0x49 and 0x4C..0x7E have no
 // row.  Row 0x38 is spelled "hashed-certifiate", one "c" short: both
 // directions match on exactly this text, so it stays as it is.
-constexpr wsp_code_entry wsp_content_types[WSP_CONTENT_TYPE_ROWS] = {
+constexpr wsp_row_text kContentTypes[WSP_CONTENT_TYPE_ROWS] = {
     {"*/*", 0x00},
     {"text/*", 0x01},
     {"text/html", 0x02},
@@ -91,16 +91,19 @@ constexpr wsp_code_entry wsp_content_types[WSP_CONTENT_TYPE_ROWS] = {
     {"application/vnd.omaloc-supl-init", 0x312},
 };
 
-static_assert(wsp_all_rows_named(wsp_content_types, WSP_CONTENT_TYPE_ROWS));
-static_assert(wsp_codes_run(wsp_content_types, 0, 64, 0x00));
-static_assert(wsp_codes_run(wsp_content_types, 64, 3, 0x42));
-static_assert(wsp_codes_run(wsp_content_types, 67, 2, 0x4A));
-static_assert(wsp_codes_run(wsp_content_types, 70, 11, 0x201));
-static_assert(wsp_row_is(wsp_content_types[0], "*/*", 0x00));
-static_assert(wsp_row_is(wsp_content_types[0x2D], "text/vnd.wap.si", 0x2D));
-static_assert(wsp_row_is(wsp_content_types[0x34], "application/vnd.wap.sia", 0x34));
-static_assert(wsp_row_is(wsp_content_types[0x38], "application/vnd.wap.hashed-certifiate", 0x38));
-static_assert(wsp_row_is(wsp_content_types[63], "application/vnd.wap.rollover-certificate", 0x3F));
-static_assert(wsp_row_is(wsp_content_types[64], "application/vnd.syncml.dm+wbxml", 0x42));
-static_assert(wsp_row_is(wsp_content_types[69], "application/x-agps", 0x7F));
-static_assert(wsp_row_is(wsp_content_types[81], "application/vnd.omaloc-supl-init", 0x312));
+static_assert(wsp_all_rows_named(kContentTypes, WSP_CONTENT_TYPE_ROWS));
+static_assert(wsp_codes_run(kContentTypes, 0, 64, 0x00));
+static_assert(wsp_codes_run(kContentTypes, 64, 3, 0x42));
+static_assert(wsp_codes_run(kContentTypes, 67, 2, 0x4A));
+static_assert(wsp_codes_run(kContentTypes, 70, 11, 0x201));
+static_assert(wsp_row_is(kContentTypes[0], "*/*", 0x00));
+static_assert(wsp_row_is(kContentTypes[0x2D], "text/vnd.wap.si", 0x2D));
+static_assert(wsp_row_is(kContentTypes[0x34], "application/vnd.wap.sia", 0x34));
+static_assert(wsp_row_is(kContentTypes[0x38], "application/vnd.wap.hashed-certifiate", 0x38));
+static_assert(wsp_row_is(kContentTypes[63], "application/vnd.wap.rollover-certificate", 0x3F));
+static_assert(wsp_row_is(kContentTypes[64], "application/vnd.syncml.dm+wbxml", 0x42));
+static_assert(wsp_row_is(kContentTypes[69], "application/x-agps", 0x7F));
+static_assert(wsp_row_is(kContentTypes[81], "application/vnd.omaloc-supl-init", 0x312));
+
+constexpr auto kContentTypeRows = wsp_code_rows(kContentTypes);
+WSP_DEFINE_TABLE(wsp_content_types, kContentTypeRows);

@@ -26,7 +26,7 @@ namespace {
 // for the asctime form).  Nothing reads it back.
 constexpr uint16_t kCommaFormMarker = 359;
 
-// A text in a WSP_DATE_TEXT_SIZE area.  `len` counts every character
+// A text in a WSP_TEXT_CAPACITY area.  `len` counts every character
 // appended, also those that no longer fit, so that the length tests see the
 // whole text; characters are only stored while they leave room for the NUL.
 struct DateText {
@@ -36,7 +36,7 @@ struct DateText {
     explicit DateText(char *a) : area(a) { area[0] = '\0'; }
 
     void put(char c) {
-        if (len < WSP_DATE_TEXT_SIZE - 1) {
+        if (len < WSP_TEXT_CAPACITY - 1) {
             area[len] = c;
             area[len + 1] = '\0';
         }
@@ -60,7 +60,7 @@ struct DateText {
         if (v < 10) put('0');
         add_number(v);
     }
-    bool full() const { return len >= WSP_DATE_TEXT_SIZE; }
+    bool full() const { return len >= WSP_TEXT_CAPACITY; }
 };
 
 int find_exact(const char *const *names, int count, const char *token) {
@@ -163,14 +163,14 @@ int wsp_date_fields_text(const wsp_date_fields *fields, char *out) {
 // in HTTP-date order: "Sun, 05 Nov 1994 08:49:37 GMT".
 int wsp_date_value_text(uint32_t seconds, char *out) {
     if (out == nullptr) return kWspErrFail;
-    char work[WSP_DATE_TEXT_SIZE] = {};
+    char work[WSP_TEXT_CAPACITY] = {};
     wsp_time_value value = {seconds, 0};
     wsp_date_fields fields;
     std::memset(&fields, 0, sizeof fields);
     wsp_date_to_fields(&value, &fields);
     if (wsp_date_fields_text(&fields, work) == 0) return kWspErrFail;
     size_t n = std::strlen(work);
-    if (n >= WSP_DATE_TEXT_SIZE) return kWspErrFail;
+    if (n >= WSP_TEXT_CAPACITY) return kWspErrFail;
     if (n > 0 && work[n - 1] == '\n') work[n - 1] = '\0';
 
     char *pos = work;
@@ -187,7 +187,7 @@ int wsp_date_value_text(uint32_t seconds, char *out) {
     char *const time_of_day = words[3];
     char *const year = words[4];
 
-    char result[WSP_DATE_TEXT_SIZE];
+    char result[WSP_TEXT_CAPACITY];
     DateText t(result);
     t.add(day_name);
     t.add(", ");
@@ -206,17 +206,14 @@ int wsp_date_value_text(uint32_t seconds, char *out) {
     return kWspOk;
 }
 
-// The Long-integer reader is given the available octets minus one, so that
-// the length octet and the value octets both lie inside them.  With no octet
-// available at all that count would wrap to 65535 and the length octet would
-// be read from outside the input: refused with -214 instead.  The cursor is
-// left where it was on every failure.
+// The Long-integer reader keeps the length octet and the value octets inside
+// the available octets; with none available it refuses before reading.  The
+// cursor is left where it was on every failure.
 int wsp_decode_date(const uint8_t **cursor, char *out, uint16_t avail) {
     if (cursor == nullptr || *cursor == nullptr || out == nullptr) return kWspErrFail;
-    if (avail == 0) return kWspErrFail;
     const uint8_t *const start = *cursor;
     uint32_t seconds = 0;
-    if (wsp_read_long_int(cursor, &seconds, static_cast<uint16_t>(avail - 1)) != kWspOk) return kWspErrFail;
+    if (wsp_read_long_int(cursor, &seconds, avail) != kWspOk) return kWspErrFail;
     if (wsp_date_value_text(seconds, out) != kWspOk) {
         *cursor = start;
         return kWspErrFail;

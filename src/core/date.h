@@ -7,10 +7,10 @@
 #include <cstdint>
 
 #include "tarnwspencdec.h"
+#include "text_limits.h"
 
-// Every date text is built in an area of this many bytes; a text of this
-// many characters or more is a failure.
-inline constexpr uint16_t WSP_DATE_TEXT_SIZE = 198;
+// Every date text is built in an area of WSP_TEXT_CAPACITY bytes; a text of
+// that many characters or more is a failure.
 
 struct wsp_date_fields {
     uint8_t hour;    // 0..23
@@ -40,16 +40,13 @@ extern const char *const wsp_full_day_names_comma[7];
 int wsp_date_from_fields(const wsp_date_fields *fields, wsp_time_value *out);
 // Always 1.
 int wsp_date_to_fields(const wsp_time_value *in, wsp_date_fields *fields);
-// "Sun Nov 05 08:49:37 1994" into out (WSP_DATE_TEXT_SIZE bytes); 1 or 0.
+// "Sun Nov 05 08:49:37 1994" into out (WSP_TEXT_CAPACITY bytes); 1 or 0.
 int wsp_date_fields_text(const wsp_date_fields *fields, char *out);
-// "Sun, 05 Nov 1994 08:49:37 GMT" into out (WSP_DATE_TEXT_SIZE bytes).
+// "Sun, 05 Nov 1994 08:49:37 GMT" into out (WSP_TEXT_CAPACITY bytes).
 int wsp_date_value_text(uint32_t seconds, char *out);
-// Long-integer at the cursor to date text (out: WSP_DATE_TEXT_SIZE bytes).
+// Long-integer at the cursor to date text (out: WSP_TEXT_CAPACITY bytes).
 int wsp_decode_date(const uint8_t **cursor, char *out, uint16_t avail);
 // Lower-case HTTP-date text (cut in place) appended as a Long-integer.
 int wsp_parse_http_date(char *text, wsp_buffer *out);
-// Header encoders (the signature of wsp_header_encoder).
-int wsp_encode_date_header(uint8_t code, char *text, wsp_buffer *out, uint8_t version_index);
-int wsp_encode_if_range(uint8_t code, char *text, wsp_buffer *out, uint8_t version_index);
 
 #endif

@@ -1,5 +1,4 @@
-// Header field names, well-known parameter names and the per-version limits
-// of the header and content-type codes.
+// Header field names and well-known parameter names.
 #include "table_checks.h"
 #include "tables.h"
 
@@ -9,7 +8,7 @@
 // higher code.  The encoder scans downward from the version's limit, so the
 // highest code the version admits wins; the decoder indexes directly.
 // "profile_diff" keeps its underscore on purpose.
-constexpr const char *const wsp_header_names[WSP_HEADER_NAME_ROWS] = {
+constexpr const char *const kHeaderNames[WSP_HEADER_NAME_ROWS] = {
     "accept",              // 0x00
     "accept-charset",      // 0x01
     "accept-encoding",     // 0x02
@@ -88,7 +87,7 @@ constexpr const char *const wsp_header_names[WSP_HEADER_NAME_ROWS] = {
 // (a decoder that meets it fails).  The old codes 0x0B and 0x0E keep their
 // underscores ("start_info", "max_age") while the newer 0x1A is spelled
 // "start-info": both spellings are kept as they are.
-constexpr const char *const wsp_param_names[WSP_PARAM_NAME_ROWS] = {
+constexpr const char *const kParamNames[WSP_PARAM_NAME_ROWS] = {
     "q",                 // 0x00
     "charset",           // 0x01
     "level",             // 0x02
@@ -121,38 +120,31 @@ constexpr const char *const wsp_param_names[WSP_PARAM_NAME_ROWS] = {
     "path",              // 0x1D
 };
 
-// Count of leading content-type rows that may go out as well-known codes.
-// A row count, not a code bound: "1.4" admits every row, the long codes
-// above 0x7F included.
-constexpr wsp_code_entry wsp_content_type_versions[WSP_VERSION_ROWS] = {
-    {"1.1", 46},
-    {"1.2", 53},
-    {"1.3", 55},
-    {"1.4", 82},
-};
+static_assert(wsp_all_names_set(kHeaderNames, WSP_HEADER_NAME_ROWS));
+static_assert(wsp_same_text(kHeaderNames[WSP_HDR_ACCEPT], "accept"));
+static_assert(wsp_same_text(kHeaderNames[WSP_HDR_CACHE_CONTROL], "cache-control"));
+static_assert(wsp_same_text(kHeaderNames[WSP_HDR_CONTENT_DISPOSITION], "content-disposition"));
+static_assert(wsp_same_text(kHeaderNames[WSP_HDR_PROFILE_DIFF], "profile_diff"));
+static_assert(wsp_same_text(kHeaderNames[WSP_HDR_ACCEPT_CHARSET_1_3], "accept-charset"));
+static_assert(wsp_same_text(kHeaderNames[WSP_HDR_CONTENT_DISPOSITION_1_4], "content-disposition"));
+static_assert(wsp_same_text(kHeaderNames[WSP_HDR_CACHE_CONTROL_1_4], "cache-control"));
+static_assert(wsp_same_text(kHeaderNames[WSP_HDR_CONTENT_TYPE], "content-type"));
+static_assert(wsp_same_text(kHeaderNames[WSP_HDR_X_WAP_APPLICATION_ID], "x-wap-application-id"));
+static_assert(wsp_same_text(kHeaderNames[WSP_HDR_ACCEPT_ENCODING_1_3], "accept-encoding"));
+static_assert(wsp_same_text(kHeaderNames[WSP_HDR_CACHE_CONTROL_1_3], "cache-control"));
+static_assert(wsp_same_text(kHeaderNames[WSP_HDR_CONTENT_RANGE_1_3], "content-range"));
+static_assert(wsp_same_text(kHeaderNames[WSP_HDR_COOKIE], "cookie"));
+static_assert(wsp_same_text(kHeaderNames[WSP_HDR_ENCODING_VERSION], "encoding-version"));
+static_assert(wsp_same_text(kHeaderNames[WSP_HDR_PROFILE_WARNING_1_4], "profile-warning"));
+static_assert(wsp_same_text(kHeaderNames[WSP_HDR_X_WAP_SECURITY], "x-wap-security"));
+static_assert(wsp_same_text(kParamNames[0x04], nullptr));
+static_assert(wsp_same_text(kParamNames[0x0B], "start_info"));
+static_assert(wsp_same_text(kParamNames[0x0E], "max_age"));
+static_assert(wsp_same_text(kParamNames[0x1A], "start-info"));
+static_assert(wsp_same_text(kParamNames[0x1D], "path"));
 
-// One past the highest header code each version may send.
-constexpr wsp_code_entry wsp_header_versions[WSP_VERSION_ROWS] = {
-    {"1.1", 0x2F},
-    {"1.2", 0x38},
-    {"1.3", 0x44},
-    {"1.4", 0x48},
-};
-
-static_assert(wsp_all_names_set(wsp_header_names, WSP_HEADER_NAME_ROWS));
-static_assert(wsp_same_text(wsp_header_names[0x00], "accept"));
-static_assert(wsp_same_text(wsp_header_names[0x08], "cache-control"));
-static_assert(wsp_same_text(wsp_header_names[0x2E], "content-disposition"));
-static_assert(wsp_same_text(wsp_header_names[0x36], "profile_diff"));
-static_assert(wsp_same_text(wsp_header_names[0x3B], "accept-charset"));
-static_assert(wsp_same_text(wsp_header_names[0x45], "content-disposition"));
-static_assert(wsp_same_text(wsp_header_names[0x47], "cache-control"));
-static_assert(wsp_same_text(wsp_param_names[0x04], nullptr));
-static_assert(wsp_same_text(wsp_param_names[0x0B], "start_info"));
-static_assert(wsp_same_text(wsp_param_names[0x0E], "max_age"));
-static_assert(wsp_same_text(wsp_param_names[0x1A], "start-info"));
-static_assert(wsp_same_text(wsp_param_names[0x1D], "path"));
-static_assert(wsp_row_is(wsp_content_type_versions[0], "1.1", 46));
-static_assert(wsp_row_is(wsp_content_type_versions[3], "1.4", 82));
-static_assert(wsp_row_is(wsp_header_versions[0], "1.1", 0x2F));
-static_assert(wsp_row_is(wsp_header_versions[3], "1.4", 0x48));
+constexpr auto kHeaderRows = wsp_list_rows(kHeaderNames);
+constexpr auto kParamRows = wsp_list_rows(kParamNames);
+WSP_DEFINE_TABLE(wsp_header_names, kHeaderRows);
+WSP_DEFINE_TABLE(wsp_param_names, kParamRows);
+static_assert(wsp_most_rows_per_name(kParamRows, true) == WSP_PARAM_ROWS_PER_NAME);

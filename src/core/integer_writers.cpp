@@ -70,7 +70,8 @@ uint8_t wsp_bit_count(uint32_t v) {
 
 // A buffer is never filled to its last byte by a Short-integer: when the
 // octet just written makes the buffer exactly full, the octet stays written
-// and counted but -214 is returned.  Callers depend on this.
+// and counted but -214 is returned.  Callers depend on this
+// (AppendShortInt.LastOctetWrittenCountedButRefused).
 int wsp_append_short_int(uint32_t v, wsp_buffer *buf) {
     if (buf == nullptr || buf->data == nullptr) return kWspErrFail;
     if (buf->length == buf->size) return kWspErrFail;
@@ -84,7 +85,8 @@ int wsp_append_short_int(uint32_t v, wsp_buffer *buf) {
 }
 
 // The length octet is written and counted before the room test: on failure
-// it stays in the buffer and in length.  Callers rely on that count.
+// it stays in the buffer and in length.  Callers rely on that count
+// (AppendLongInt.LengthOctetCountedBeforeRoomTest).
 int wsp_append_long_int(uint32_t v, wsp_buffer *buf) {
     if (buf == nullptr || buf->data == nullptr) return kWspErrFail;
     uint8_t n = static_cast<uint8_t>((wsp_bit_count(v) + 7) / 8);

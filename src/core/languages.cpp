@@ -13,7 +13,7 @@
 // "afan"/"oromo", "pashto"/"pushto"), the first of each pair first.  The
 // spellings "scots gealic", "portugese", "sewdish" and "inuktitu" are the
 // table's own: input must use them to match and output shows them.
-constexpr wsp_code_entry wsp_language_run[WSP_LANGUAGE_RUN_ROWS] = {
+constexpr wsp_row_text kLanguageRun[WSP_LANGUAGE_RUN_ROWS] = {
     // ---- two-letter codes ----
     {"aa", 0x01},
     {"ab", 0x02},
@@ -300,29 +300,32 @@ constexpr wsp_code_entry wsp_language_run[WSP_LANGUAGE_RUN_ROWS] = {
     {"rhaeto-romance", 0x8C},
 };
 
-static_assert(wsp_all_rows_named(wsp_language_run, WSP_LANGUAGE_RUN_ROWS));
-static_assert(wsp_codes_run(wsp_language_run, 0, 127, 0x01));
-static_assert(wsp_codes_run(wsp_language_run, 127, 12, 0x81));
-static_assert(wsp_row_is(wsp_language_run[0], "aa", 0x01));
-static_assert(wsp_row_is(wsp_language_run[24], "en", 0x19));
-static_assert(wsp_row_is(wsp_language_run[32], "ur", 0x21));
-static_assert(wsp_row_is(wsp_language_run[33], "fr", 0x22));
-static_assert(wsp_row_is(wsp_language_run[87], "po", 0x58));
-static_assert(wsp_row_is(wsp_language_run[126], "ug", 0x7F));
-static_assert(wsp_row_is(wsp_language_run[127], "na", 0x81));
-static_assert(wsp_row_is(wsp_language_run[138], "rm", 0x8C));
-static_assert(wsp_row_is(wsp_language_run[139], "afar", 0x01));
-static_assert(wsp_row_is(wsp_language_run[139 + 13], "bengali", 0x0E));
-static_assert(wsp_row_is(wsp_language_run[139 + 14], "bangla", 0x0E));
-static_assert(wsp_row_is(wsp_language_run[139 + 25], "english", 0x19));
-static_assert(wsp_row_is(wsp_language_run[139 + 37], "scots gealic", 0x25));
-static_assert(wsp_row_is(wsp_language_run[139 + 69], "latvian", 0x45));
-static_assert(wsp_row_is(wsp_language_run[139 + 70], "lettish", 0x45));
-static_assert(wsp_row_is(wsp_language_run[139 + 86], "afan", 0x55));
-static_assert(wsp_row_is(wsp_language_run[139 + 87], "oromo", 0x55));
-static_assert(wsp_row_is(wsp_language_run[139 + 91], "pashto", 0x59));
-static_assert(wsp_row_is(wsp_language_run[139 + 92], "pushto", 0x59));
-static_assert(wsp_row_is(wsp_language_run[139 + 93], "portugese", 0x5A));
-static_assert(wsp_row_is(wsp_language_run[139 + 130], "uighur", 0x7F));
-static_assert(wsp_row_is(wsp_language_run[139 + 131], "nauru", 0x81));
-static_assert(wsp_row_is(wsp_language_run[281], "rhaeto-romance", 0x8C));
+static_assert(wsp_all_rows_named(kLanguageRun, WSP_LANGUAGE_RUN_ROWS));
+static_assert(wsp_codes_run(kLanguageRun, 0, 127, 0x01));
+static_assert(wsp_codes_run(kLanguageRun, 127, 12, 0x81));
+static_assert(wsp_row_is(kLanguageRun[0], "aa", 0x01));
+static_assert(wsp_row_is(kLanguageRun[24], "en", 0x19));
+static_assert(wsp_row_is(kLanguageRun[32], "ur", 0x21));
+static_assert(wsp_row_is(kLanguageRun[33], "fr", 0x22));
+static_assert(wsp_row_is(kLanguageRun[87], "po", 0x58));
+static_assert(wsp_row_is(kLanguageRun[126], "ug", 0x7F));
+static_assert(wsp_row_is(kLanguageRun[127], "na", 0x81));
+static_assert(wsp_row_is(kLanguageRun[138], "rm", 0x8C));
+static_assert(wsp_row_is(kLanguageRun[139], "afar", 0x01));
+static_assert(wsp_row_is(kLanguageRun[139 + 13], "bengali", 0x0E));
+static_assert(wsp_row_is(kLanguageRun[139 + 14], "bangla", 0x0E));
+static_assert(wsp_row_is(kLanguageRun[139 + 25], "english", 0x19));
+static_assert(wsp_row_is(kLanguageRun[139 + 37], "scots gealic", 0x25));
+static_assert(wsp_row_is(kLanguageRun[139 + 69], "latvian", 0x45));
+static_assert(wsp_row_is(kLanguageRun[139 + 70], "lettish", 0x45));
+static_assert(wsp_row_is(kLanguageRun[139 + 86], "afan", 0x55));
+static_assert(wsp_row_is(kLanguageRun[139 + 87], "oromo", 0x55));
+static_assert(wsp_row_is(kLanguageRun[139 + 91], "pashto", 0x59));
+static_assert(wsp_row_is(kLanguageRun[139 + 92], "pushto", 0x59));
+static_assert(wsp_row_is(kLanguageRun[139 + 93], "portugese", 0x5A));
+static_assert(wsp_row_is(kLanguageRun[139 + 130], "uighur", 0x7F));
+static_assert(wsp_row_is(kLanguageRun[139 + 131], "nauru", 0x81));
+static_assert(wsp_row_is(kLanguageRun[281], "rhaeto-romance", 0x8C));
+
+constexpr auto kLanguageRows = wsp_code_rows(kLanguageRun);
+WSP_DEFINE_TABLE(wsp_language_run, kLanguageRows);

@@ -25,6 +25,10 @@ inline constexpr int kWspErrFail = WSP_ERR_FAIL;
 inline constexpr int kWspErrTruncated = WSP_ERR_TRUNCATED;
 inline constexpr int kWspErrVersion = WSP_ERR_VERSION;
 
+// True when a result carries WSP_OK in its low 16 bits, the way clients
+// read every status.
+constexpr bool wsp_ok(int status) { return static_cast<int16_t>(status) == static_cast<int16_t>(kWspOk); }
+
 // Value classes of a value's first octet.
 enum : uint8_t {
     WSP_CLASS_SHORT_LENGTH = 0, // 0..30
@@ -62,7 +66,10 @@ void wsp_value_class(const uint8_t *p, uint8_t *cls);
 uint8_t wsp_bit_count(uint32_t v);
 
 // ---- cursor style readers (internal) ----
-int wsp_read_long_int(const uint8_t **cursor, uint32_t *value, uint16_t avail);
+// wsp_read_long_int: `remaining` counts the input octets from the length
+// octet on.  The length octet n is compared with the octets that follow it
+// (remaining - 1), so the whole integer always lies inside the input.
+int wsp_read_long_int(const uint8_t **cursor, uint32_t *value, uint16_t remaining);
 int wsp_read_token_text(const uint8_t **cursor, char *out, uint16_t remaining, uint16_t capacity);
 int wsp_read_text_string(const uint8_t **cursor, char *out, uint16_t remaining, uint16_t capacity);
 int wsp_read_text_value(const uint8_t **cursor, char *out, int cls, uint16_t limit, uint16_t outsize);

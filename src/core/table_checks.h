@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-#include "tarnwspencdec.h"
+#include "table_index.h"
 
 // Byte-for-byte equality of two texts; a null text equals only a null text.
 constexpr bool wsp_same_text(const char *a, const char *b) {
@@ -17,14 +17,14 @@ constexpr bool wsp_same_text(const char *a, const char *b) {
     return *a == *b;
 }
 
-// A code-table row holds exactly this name and code.
-constexpr bool wsp_row_is(const wsp_code_entry &row, const char *name, uint32_t code) {
+// A row holds exactly this name and code.
+constexpr bool wsp_row_is(const wsp_row_text &row, const char *name, uint16_t code) {
     return row.code == code && wsp_same_text(row.name, name);
 }
 
 // Every row of a table has a name: catches an initializer that came up
 // short (the missing rows would be zero-filled).
-constexpr bool wsp_all_rows_named(const wsp_code_entry *rows, uint16_t count) {
+constexpr bool wsp_all_rows_named(const wsp_row_text *rows, uint16_t count) {
     for (uint16_t i = 0; i < count; ++i)
         if (rows[i].name == nullptr) return false;
     return true;
@@ -38,7 +38,7 @@ constexpr bool wsp_all_names_set(const char *const *list, uint16_t count) {
 }
 
 // Rows [first, first + count) carry the codes base, base + 1, ...
-constexpr bool wsp_codes_run(const wsp_code_entry *rows, uint16_t first, uint16_t count, uint32_t base) {
+constexpr bool wsp_codes_run(const wsp_row_text *rows, uint16_t first, uint16_t count, uint16_t base) {
     for (uint16_t i = 0; i < count; ++i)
         if (rows[first + i].code != base + i) return false;
     return true;

@@ -1,64 +1,74 @@
-// The three search shapes over the constant tables (by code, by name in a
-// code table, by name in a name list), each upward or downward.  Scans are
-// bounded by the row count or start row the caller gives; no table has an
-// end row.  A null name never matches, whatever the token.
-#include "primitives.h"
-#include "tables.h"
-
+// The searches over the constant tables: by name through the hash index,
+// by code over the 16-bit code column, and the version text.  Each gives
+// the row a plain scan in its direction and range would stop at.
 #include <cstring>
+
+#include "table_index.h"
+#include "tables.h"
 
 namespace {
 
-bool names_match(const char *row, const char *token, bool ignore_case) {
-    if (row == nullptr || token == nullptr) return false;
-    return ignore_case ? wsp_strcasecmp(row, token) == 0 : std::strcmp(row, token) == 0;
+// No table name is as long as 0xFFFF characters: a longer text can only miss.
+constexpr size_t kLongestSearchable = 0xFFFF;
+
+// The one probe behind the searches by name, kept out of line so that they
+// share it.
+[[gnu::noinline]] int search(const wsp_table &table, const char *name, size_t length, bool ignore_case, int last,
+                             bool downward) {
+    if (name == nullptr || length > kLongestSearchable) return -1;
+    return wsp_index_search(table, name, static_cast<uint16_t>(length), ignore_case, last, downward);
 }
 
 // Only the low 16 bits of a code hold the assigned number.
-bool codes_match(uint32_t row_code, uint32_t code) {
-    return static_cast<uint16_t>(row_code) == static_cast<uint16_t>(code);
-}
+bool codes_match(uint16_t row_code, uint32_t code) { return row_code == static_cast<uint16_t>(code); }
 
 } // namespace
 
-int wsp_find_code(const wsp_code_entry *table, uint16_t rows, uint32_t code) {
-    if (table == nullptr) return -1;
-    for (uint16_t i = 0; i < rows; ++i)
-        if (codes_match(table[i].code, code)) return i;
+int wsp_version_index(const char *text) {
+    if (text == nullptr) return -1;
+    for (uint16_t row = 0; row < WSP_VERSION_ROWS; ++row)
+        if (std::strcmp(wsp_version_limits[row].text, text) == 0) return row;
     return -1;
 }
 
-int wsp_find_code_down(const wsp_code_entry *table, int from, uint32_t code) {
-    if (table == nullptr) return -1;
+int wsp_find_name(const wsp_table &table, uint16_t rows, const char *name, bool ignore_case) {
+    if (name == nullptr) return -1;
+    return search(table, name, std::strlen(name), ignore_case, rows - 1, false);
+}
+
+int wsp_find_name_n(const wsp_table &table, uint16_t rows, const char *name, uint16_t length, bool ignore_case) {
+    return search(table, name, length, ignore_case, rows - 1, false);
+}
+
+int wsp_find_name_down(const wsp_table &table, int from, const char *name, bool ignore_case) {
+    if (name == nullptr) return -1;
+    return search(table, name, std::strlen(name), ignore_case, from, true);
+}
+
+uint16_t wsp_find_name_rows(const wsp_table &table, const char *name, bool ignore_case, uint16_t *out,
+                            uint16_t capacity) {
+    if (out == nullptr || name == nullptr) return 0;
+    const size_t length = std::strlen(name);
+    if (length > kLongestSearchable) return 0;
+    uint16_t found = 0;
+    wsp_each_row_named(table, name, static_cast<uint16_t>(length), ignore_case, [&](uint16_t row) {
+        if (found == capacity) return false;
+        out[found++] = row;
+        return true;
+    });
+    return found;
+}
+
+int wsp_find_code(const wsp_table &table, uint16_t rows, uint32_t code, uint16_t first) {
+    if (rows > table.rows) rows = table.rows;
+    for (uint16_t i = first; i < rows; ++i)
+        if (codes_match(table.code(i), code)) return i;
+    return -1;
+}
+
+int wsp_find_code_down(const wsp_table &table, int from, uint32_t code) {
+    if (from >= table.rows) from = table.rows - 1;
     for (int i = from; i >= 0; --i)
-        if (codes_match(table[i].code, code)) return i;
-    return -1;
-}
-
-int wsp_find_name(const wsp_code_entry *table, uint16_t rows, const char *name, bool ignore_case) {
-    if (table == nullptr) return -1;
-    for (uint16_t i = 0; i < rows; ++i)
-        if (names_match(table[i].name, name, ignore_case)) return i;
-    return -1;
-}
-
-int wsp_find_name_down(const wsp_code_entry *table, int from, const char *name, bool ignore_case) {
-    if (table == nullptr) return -1;
-    for (int i = from; i >= 0; --i)
-        if (names_match(table[i].name, name, ignore_case)) return i;
-    return -1;
-}
-
-int wsp_find_list_name(const char *const *list, uint16_t rows, const char *name, bool ignore_case) {
-    if (list == nullptr) return -1;
-    for (uint16_t i = 0; i < rows; ++i)
-        if (names_match(list[i], name, ignore_case)) return i;
-    return -1;
-}
-
-int wsp_find_list_name_down(const char *const *list, int from, const char *name, bool ignore_case) {
-    if (list == nullptr) return -1;
-    for (int i = from; i >= 0; --i)
-        if (names_match(list[i], name, ignore_case)) return i;
+        if (codes_match(table.code(static_cast<uint16_t>(i)), code)) return i;
     return -1;
 }

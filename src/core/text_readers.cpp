@@ -43,14 +43,15 @@ bool valid_cursor(const uint8_t *const *cursor) { return cursor != nullptr && *c
 
 } // namespace
 
-// The length octet is tested against avail, not the length plus one: up to
-// avail + 1 octets are read.  Callers pass a bound that keeps this inside
-// their input.
-int wsp_read_long_int(const uint8_t **cursor, uint32_t *value, uint16_t avail) {
-    if (!valid_cursor(cursor) || value == nullptr) return kWspErrFail;
+// The length octet n is tested against the octets that follow it, not
+// against remaining itself: n + 1 octets are read when n <= remaining - 1.
+// No octet at all (remaining 0) fails before the length octet is read.
+int wsp_read_long_int(const uint8_t **cursor, uint32_t *value, uint16_t remaining) {
+    if (!valid_cursor(cursor) || value == nullptr || remaining == 0) return kWspErrFail;
     const uint8_t *p = *cursor;
     uint8_t n = p[0];
-    if (n > 4 || n > avail) return kWspErrFail;
+    const uint16_t following = static_cast<uint16_t>(remaining - 1);
+    if (n > 4 || n > following) return kWspErrFail;
     uint32_t v = 0;
     for (uint8_t i = 1; i <= n; ++i) v = (v << 8) | p[i];
     *value = v;

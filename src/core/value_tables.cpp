@@ -5,7 +5,7 @@
 #include "tables.h"
 
 // Code 0x06 has no row; the vendor ids carry 16-bit codes.
-constexpr wsp_code_entry wsp_push_app_ids[WSP_PUSH_APP_ID_ROWS] = {
+constexpr wsp_row_text kPushAppIds[WSP_PUSH_APP_ID_ROWS] = {
     {"x-wap-application:*", 0x00},
     {"x-wap-application:push.sia", 0x01},
     {"x-wap-application:wml.ua", 0x02},
@@ -23,25 +23,25 @@ constexpr wsp_code_entry wsp_push_app_ids[WSP_PUSH_APP_ID_ROWS] = {
 };
 
 // Only these seven statuses are known.
-constexpr wsp_code_entry wsp_status_codes[WSP_STATUS_CODE_ROWS] = {
+constexpr wsp_row_text kStatusCodes[WSP_STATUS_CODE_ROWS] = {
     {"100", 0x10}, {"101", 0x11}, {"102", 0x12}, {"200", 0x20},
     {"201", 0x21}, {"202", 0x22}, {"203", 0x23},
 };
 
 // Index = code.  The two leading empty names are real rows: an empty token
 // matches index 0, and callers rely on that.
-constexpr const char *const wsp_transfer_codings[WSP_TRANSFER_CODING_ROWS] = {
+constexpr const char *const kTransferCodings[WSP_TRANSFER_CODING_ROWS] = {
     "", "", "chunked", "identity", "gzip", "compress", "deflate",
 };
 
-constexpr const char *const wsp_expect_values[1] = {"100-continue"};
-constexpr const char *const wsp_auth_schemes[1] = {"basic"};
-constexpr wsp_code_entry wsp_te_values[1] = {{"chunked", 0}};
-constexpr wsp_code_entry wsp_pragma_values[1] = {{"no-cache", 0}};
-constexpr wsp_code_entry wsp_connection_values[1] = {{"close", 0}};
+constexpr const char *const kExpectValues[1] = {"100-continue"};
+constexpr const char *const kAuthSchemes[1] = {"basic"};
+constexpr wsp_row_text kTeValues[1] = {{"chunked", 0}};
+constexpr wsp_row_text kPragmaValues[1] = {{"no-cache", 0}};
+constexpr wsp_row_text kConnectionValues[1] = {{"close", 0}};
 
 // Index = directive code.
-constexpr const char *const wsp_cache_directives[WSP_CACHE_DIRECTIVE_ROWS] = {
+constexpr const char *const kCacheDirectives[WSP_CACHE_DIRECTIVE_ROWS] = {
     "no-cache",         // 0
     "no-store",         // 1
     "max-age",          // 2
@@ -57,37 +57,64 @@ constexpr const char *const wsp_cache_directives[WSP_CACHE_DIRECTIVE_ROWS] = {
 };
 
 // Index = disposition code.
-constexpr const char *const wsp_dispositions[WSP_DISPOSITION_ROWS] = {
+constexpr const char *const kDispositions[WSP_DISPOSITION_ROWS] = {
     "form-data", "attachment", "inline",
 };
 
 // The only upper-case names of all the tables.
-constexpr wsp_code_entry wsp_methods[WSP_METHOD_ROWS] = {
+constexpr wsp_row_text kMethods[WSP_METHOD_ROWS] = {
     {"GET", 0x40}, {"OPTIONS", 0x41}, {"HEAD", 0x42}, {"DELETE", 0x43},
     {"TRACE", 0x44}, {"POST", 0x60}, {"PUT", 0x61},
 };
 
-constexpr wsp_code_entry wsp_range_units[WSP_RANGE_UNIT_ROWS] = {
+constexpr wsp_row_text kRangeUnits[WSP_RANGE_UNIT_ROWS] = {
     {"none", 0}, {"bytes", 1},
 };
 
-constexpr wsp_code_entry wsp_content_codings[WSP_CONTENT_CODING_ROWS] = {
+constexpr wsp_row_text kContentCodings[WSP_CONTENT_CODING_ROWS] = {
     {"gzip", 0}, {"compress", 1}, {"deflate", 2},
 };
 
-static_assert(wsp_all_rows_named(wsp_push_app_ids, WSP_PUSH_APP_ID_ROWS));
-static_assert(wsp_row_is(wsp_push_app_ids[0], "x-wap-application:*", 0x00));
-static_assert(wsp_row_is(wsp_push_app_ids[6], "x-wap-application:syncml.dm", 0x07));
-static_assert(wsp_row_is(wsp_push_app_ids[13], "x-microsoft:drm.license", 0x9035));
-static_assert(wsp_row_is(wsp_status_codes[0], "100", 0x10));
-static_assert(wsp_row_is(wsp_status_codes[6], "203", 0x23));
-static_assert(wsp_same_text(wsp_transfer_codings[0], ""));
-static_assert(wsp_same_text(wsp_transfer_codings[1], ""));
-static_assert(wsp_same_text(wsp_transfer_codings[6], "deflate"));
-static_assert(wsp_all_names_set(wsp_cache_directives, WSP_CACHE_DIRECTIVE_ROWS));
-static_assert(wsp_same_text(wsp_cache_directives[11], "s-maxage"));
-static_assert(wsp_same_text(wsp_dispositions[2], "inline"));
-static_assert(wsp_row_is(wsp_methods[0], "GET", 0x40));
-static_assert(wsp_row_is(wsp_methods[6], "PUT", 0x61));
-static_assert(wsp_row_is(wsp_range_units[1], "bytes", 1));
-static_assert(wsp_row_is(wsp_content_codings[2], "deflate", 2));
+static_assert(wsp_all_rows_named(kPushAppIds, WSP_PUSH_APP_ID_ROWS));
+static_assert(wsp_row_is(kPushAppIds[0], "x-wap-application:*", 0x00));
+static_assert(wsp_row_is(kPushAppIds[6], "x-wap-application:syncml.dm", 0x07));
+static_assert(wsp_row_is(kPushAppIds[13], "x-microsoft:drm.license", 0x9035));
+static_assert(wsp_row_is(kStatusCodes[0], "100", 0x10));
+static_assert(wsp_row_is(kStatusCodes[6], "203", 0x23));
+static_assert(wsp_same_text(kTransferCodings[0], ""));
+static_assert(wsp_same_text(kTransferCodings[1], ""));
+static_assert(wsp_same_text(kTransferCodings[6], "deflate"));
+static_assert(wsp_all_names_set(kCacheDirectives, WSP_CACHE_DIRECTIVE_ROWS));
+static_assert(wsp_same_text(kCacheDirectives[11], "s-maxage"));
+static_assert(wsp_same_text(kDispositions[2], "inline"));
+static_assert(wsp_row_is(kMethods[0], "GET", 0x40));
+static_assert(wsp_row_is(kMethods[6], "PUT", 0x61));
+static_assert(wsp_row_is(kRangeUnits[1], "bytes", 1));
+static_assert(wsp_row_is(kContentCodings[2], "deflate", 2));
+
+constexpr auto kTransferCodingsRows = wsp_list_rows(kTransferCodings);
+WSP_DEFINE_TABLE(wsp_transfer_codings, kTransferCodingsRows);
+constexpr auto kExpectValuesRows = wsp_list_rows(kExpectValues);
+WSP_DEFINE_TABLE(wsp_expect_values, kExpectValuesRows);
+constexpr auto kAuthSchemesRows = wsp_list_rows(kAuthSchemes);
+WSP_DEFINE_TABLE(wsp_auth_schemes, kAuthSchemesRows);
+constexpr auto kCacheDirectivesRows = wsp_list_rows(kCacheDirectives);
+WSP_DEFINE_TABLE(wsp_cache_directives, kCacheDirectivesRows);
+constexpr auto kDispositionsRows = wsp_list_rows(kDispositions);
+WSP_DEFINE_TABLE(wsp_dispositions, kDispositionsRows);
+constexpr auto kPushAppIdsRows = wsp_code_rows(kPushAppIds);
+WSP_DEFINE_TABLE(wsp_push_app_ids, kPushAppIdsRows);
+constexpr auto kStatusCodesRows = wsp_code_rows(kStatusCodes);
+WSP_DEFINE_TABLE(wsp_status_codes, kStatusCodesRows);
+constexpr auto kTeValuesRows = wsp_code_rows(kTeValues);
+WSP_DEFINE_TABLE(wsp_te_values, kTeValuesRows);
+constexpr auto kPragmaValuesRows = wsp_code_rows(kPragmaValues);
+WSP_DEFINE_TABLE(wsp_pragma_values, kPragmaValuesRows);
+constexpr auto kConnectionValuesRows = wsp_code_rows(kConnectionValues);
+WSP_DEFINE_TABLE(wsp_connection_values, kConnectionValuesRows);
+constexpr auto kMethodsRows = wsp_code_rows(kMethods);
+WSP_DEFINE_TABLE(wsp_methods, kMethodsRows);
+constexpr auto kRangeUnitsRows = wsp_code_rows(kRangeUnits);
+WSP_DEFINE_TABLE(wsp_range_units, kRangeUnitsRows);
+constexpr auto kContentCodingsRows = wsp_code_rows(kContentCodings);
+WSP_DEFINE_TABLE(wsp_content_codings, kContentCodingsRows);

@@ -15,7 +15,7 @@ enum class accept_kind : uint8_t { media, charset, language, coding };
 
 struct accept_table {
     accept_kind kind;
-    const wsp_code_entry *rows;
+    const wsp_table *rows;
     uint16_t count;
 };
 
@@ -23,11 +23,11 @@ struct accept_table {
 // tables are kept so that a direct call behaves like their siblings.
 bool accept_table_for(uint32_t code, accept_table *table) {
     switch (code) {
-    case 0x00: *table = {accept_kind::media, wsp_content_types, WSP_CONTENT_TYPE_ROWS}; return true;
+    case 0x00: *table = {accept_kind::media, &wsp_content_types, WSP_CONTENT_TYPE_ROWS}; return true;
     case 0x01:
-    case 0x3B: *table = {accept_kind::charset, wsp_charsets, WSP_CHARSET_ROWS}; return true;
-    case 0x03: *table = {accept_kind::language, wsp_language_run, WSP_LANGUAGE_RUN_ROWS}; return true;
-    case 0x3C: *table = {accept_kind::coding, wsp_content_codings, WSP_CONTENT_CODING_ROWS}; return true;
+    case 0x3B: *table = {accept_kind::charset, &wsp_charsets, WSP_CHARSET_ROWS}; return true;
+    case 0x03: *table = {accept_kind::language, &wsp_language_run, WSP_LANGUAGE_RUN_ROWS}; return true;
+    case 0x3C: *table = {accept_kind::coding, &wsp_content_codings, WSP_CONTENT_CODING_ROWS}; return true;
     default: return false;
     }
 }
@@ -39,11 +39,11 @@ bool accept_table_for(uint32_t code, accept_table *table) {
 const char *accept_row_name(const accept_table &table, uint32_t code) {
     uint16_t from = 0;
     while (from < table.count) {
-        int hit = wsp_find_code(table.rows + from, static_cast<uint16_t>(table.count - from), code);
+        int hit = wsp_find_code(*table.rows, table.count, code, from);
         if (hit < 0) return nullptr;
-        const char *name = table.rows[from + hit].name;
+        const char *name = table.rows->name(static_cast<uint16_t>(hit));
         if (table.kind != accept_kind::language || std::strlen(name) != 2) return name;
-        from = static_cast<uint16_t>(from + hit + 1);
+        from = static_cast<uint16_t>(hit + 1);
     }
     return nullptr;
 }
@@ -62,7 +62,7 @@ int accept_bare(const accept_table &table, uint32_t code, uint8_t cls, const uin
     const uint8_t *p = *cursor;
     wsp_text_builder value;
     if (cls == WSP_CLASS_TEXT) {
-        int status = wsp_read_text_value(&p, value.text, WSP_CLASS_TEXT, remaining, WSP_DEC_SCRATCH);
+        int status = wsp_read_text_value(&p, value.text, WSP_CLASS_TEXT, remaining, WSP_TEXT_CAPACITY);
         if (status != kWspOk) return status;
         value.sync();
     } else {
@@ -71,7 +71,7 @@ int accept_bare(const accept_table &table, uint32_t code, uint8_t cls, const uin
         const char *name = accept_row_name(table, short_code);
         if (name == nullptr) name = accept_unknown_name(table.kind);
         if (name == nullptr) return kWspErrFail;
-        if (!value.append(name, WSP_DEC_TEXT_LIMIT)) return kWspErrFail;
+        if (!value.append(name, WSP_TEXT_LIMIT)) return kWspErrFail;
     }
     return wsp_write_value_line(code, value.text, out, wsp_line_writer::merging, cursor, p, wsp_cursor_rule::always);
 }
@@ -81,8 +81,8 @@ int accept_bare(const accept_table &table, uint32_t code, uint8_t cls, const uin
 int accept_params(const accept_table &table, const uint8_t **p, uint16_t described, uint16_t left, char *text) {
     wsp_bounded_run run = wsp_bound_run(described, left);
     int status = table.kind == accept_kind::charset || table.kind == accept_kind::language
-                     ? wsp_decode_qvalue_param(p, run.run, text, WSP_DEC_SCRATCH)
-                     : wsp_decode_params(p, run.run, text, WSP_DEC_SCRATCH);
+                     ? wsp_decode_qvalue_param(p, run.run, text, WSP_TEXT_CAPACITY)
+                     : wsp_decode_params(p, run.run, text, WSP_TEXT_CAPACITY);
     if (status != kWspOk || !run.cut) return status;
     // The run reached past the end of the block.  A parameter list would go
     // on to read the octet there; a q-value that ended inside the block
@@ -123,24 +123,22 @@ int accept_general(const accept_table &table, uint32_t code, uint8_t cls, const 
         if (wsp_shortint_direct_decode(&p, &short_code) != kWspOk) return kWspErrFail;
         // No "unknown-charset" or "unknown-language" in this form.
         const char *name = accept_row_name(table, short_code);
-        if (name == nullptr || !value.append(name, WSP_DEC_TEXT_LIMIT)) return kWspErrFail;
+        if (name == nullptr || !value.append(name, WSP_TEXT_LIMIT)) return kWspErrFail;
     } else if (field_cls == WSP_CLASS_TEXT) {
         int status = table.kind == accept_kind::media || table.kind == accept_kind::coding
-                         ? wsp_read_text_value(&p, value.text, WSP_CLASS_TEXT, left, WSP_DEC_SCRATCH)
-                         : wsp_read_text_string(&p, value.text, left, WSP_DEC_SCRATCH);
+                         ? wsp_read_text_value(&p, value.text, WSP_CLASS_TEXT, left, WSP_TEXT_CAPACITY)
+                         : wsp_read_text_string(&p, value.text, left, WSP_TEXT_CAPACITY);
         if (status != kWspOk) return status;
         value.sync();
     } else if (field_cls == WSP_CLASS_SHORT_LENGTH && coded_by_long) {
         uint32_t long_code = 0;
-        uint16_t avail = wsp_long_int_avail(left);
-        if (length < avail) avail = length;
-        int status = wsp_read_long_int(&p, &long_code, avail);
+        int status = wsp_read_long_int(&p, &long_code, wsp_long_int_in_field(length, left));
         if (status != kWspOk) return status;
         // A Long-integer code takes the first row that carries it, two-letter
         // rows included: 0x81 gives "na", not "nauru".  Only the Short-integer
         // forms pass over the two-letter rows; clients see both as they are.
-        const char *name = wsp_code_name(table.rows, table.count, long_code);
-        if (name == nullptr || !value.append(name, WSP_DEC_TEXT_LIMIT)) return kWspErrFail;
+        const char *name = wsp_code_name(*table.rows, table.count, long_code);
+        if (name == nullptr || !value.append(name, WSP_TEXT_LIMIT)) return kWspErrFail;
         // A code that fills the length exactly is the one bare value this
         // form lets through.
         if (wsp_octets_used(field, p) == length)

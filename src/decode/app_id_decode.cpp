@@ -11,7 +11,7 @@ namespace {
 
 constexpr uint8_t kAnyApplication = 0x80; // Short-integer 0
 constexpr uint8_t kComma = 0x2C;
-constexpr uint16_t kAppIdTextLimit = 198;
+constexpr uint16_t kAppIdTextLimit = WSP_TEXT_CAPACITY;
 
 // A registered code (Long-integer for class 0, Short-integer for class 5)
 // turned into its text.  A failed Long-integer read returns the reader's
@@ -20,7 +20,7 @@ constexpr uint16_t kAppIdTextLimit = 198;
 int read_app_code(const uint8_t **p, uint8_t cls, uint16_t remaining, wsp_text_builder *value) {
     uint32_t app = 0;
     if (cls == WSP_CLASS_SHORT_LENGTH) {
-        int status = wsp_read_long_int(p, &app, wsp_long_int_avail(remaining));
+        int status = wsp_read_long_int(p, &app, remaining);
         if (status != kWspOk) return status;
     } else {
         uint8_t short_code = 0;
@@ -35,7 +35,7 @@ int read_app_code(const uint8_t **p, uint8_t cls, uint16_t remaining, wsp_text_b
 // A text application id.  The reader's status is not looked at: whatever
 // it stored is used, and the cursor stays where the reader left it.
 void read_app_text(const uint8_t **p, uint16_t remaining, wsp_text_builder *value) {
-    (void)wsp_read_text_string(p, value->text, remaining, WSP_DEC_SCRATCH);
+    (void)wsp_read_text_string(p, value->text, remaining, WSP_TEXT_CAPACITY);
     value->sync();
 }
 

@@ -22,15 +22,44 @@ int read_text_field(wsp_value_reader *v, char *field, uint16_t bound, bool allow
     uint8_t cls = v->peek_class();
     bool ok = cls == WSP_CLASS_QUOTED || cls == WSP_CLASS_TEXT || (allow_quote && cls == WSP_CLASS_QUOTE);
     if (!ok) return kWspErrFail;
-    if (wsp_read_text_string(&v->p, field, v->bound(bound), WSP_DEC_SCRATCH) != kWspOk) return kWspErrFail;
+    if (wsp_read_text_string(&v->p, field, v->bound(bound), WSP_TEXT_CAPACITY) != kWspOk) return kWspErrFail;
     return kWspOk;
 }
 
-// The basic form of credentials: "basic <user> : <password>".  The length
-// must be used exactly.
+// The scheme that opens credentials and challenges: the basic scheme, a
+// Short-integer 0 (*basic set, "basic" written), or a scheme token bounded
+// by the length.  Another code, another class or a failed read gives -214.
+int read_scheme(wsp_value_reader *v, wsp_text_builder *b, bool *basic) {
+    switch (v->peek_class()) {
+    case WSP_CLASS_SHORT_INT:
+        if ((*v->p & 0x7F) != kBasicScheme) return kWspErrFail;
+        v->p += 1;
+        b->append(wsp_auth_schemes.name(0));
+        *basic = true;
+        return kWspOk;
+    case WSP_CLASS_TEXT:
+        if (wsp_read_token_text(&v->p, b->text, v->bound(v->length), WSP_TEXT_CAPACITY) != kWspOk)
+            return kWspErrFail;
+        b->sync();
+        return kWspOk;
+    default:
+        return kWspErrFail;
+    }
+}
+
+// Credentials and challenges open alike: the structured opening, then the
+// scheme.  False with *status set as the decoder returns it.
+bool open_with_scheme(uint32_t code, const uint8_t **cursor, uint16_t remaining, wsp_value_reader *v,
+                      wsp_text_builder *b, bool *basic, int *status) {
+    if (!wsp_open_structured(code, cursor, remaining, v, status)) return false;
+    *status = kWspErrFail;
+    return read_scheme(v, b, basic) == kWspOk;
+}
+
+// The basic form of credentials: "basic <user> : <password>" after the
+// scheme.  The length must be used exactly.
 int basic_credentials(wsp_value_reader *v, wsp_text_builder *b, uint16_t remaining) {
-    char field[WSP_DEC_VALUE_AREA] = {};
-    b->append(wsp_auth_schemes[0]);
+    char field[WSP_TEXT_AREA] = {};
     if (v->length_used_up()) return kWspErrFail;
     if (read_text_field(v, field, v->rest_of_length(), false) != kWspOk) return kWspErrFail;
     if (!b->append(" ") || !b->append(field) || !b->append(" : ")) return kWspErrFail;
@@ -50,7 +79,7 @@ int basic_credentials(wsp_value_reader *v, wsp_text_builder *b, uint16_t remaini
 // The realm of a challenge, quoted: " realm = \"<realm>\"" after the scheme
 // (the caller writes the scheme and the first space).
 int append_realm(wsp_value_reader *v, wsp_text_builder *b) {
-    char realm[WSP_DEC_VALUE_AREA] = {};
+    char realm[WSP_TEXT_AREA] = {};
     if (read_text_field(v, realm, v->rest_of_length(), true) != kWspOk) return kWspErrFail;
     // Each piece keeps the text below 198 characters.
     if (!b->append("realm = ") || !b->append("\"") || !b->append(realm) || !b->append("\"")) return kWspErrFail;
@@ -61,78 +90,40 @@ int append_realm(wsp_value_reader *v, wsp_text_builder *b) {
 // "WWW-Authenticate" spelt exactly so.  Names come from the lower-case
 // header table, so the plain writer is always the one used; the comparison
 // is kept as it stands.
-int write_challenge(wsp_buffer *out, const char *name, const char *value) {
-    if (std::strcmp(name, "WWW-Authenticate") == 0) return wsp_add_header_line(out, name, value);
-    return wsp_append_header_line(out, name, value);
+wsp_line_writer challenge_writer(uint32_t code) {
+    return std::strcmp(wsp_decoded_header_name(code), "WWW-Authenticate") == 0 ? wsp_line_writer::merging
+                                                                                : wsp_line_writer::plain;
 }
 
 } // namespace
 
 int wsp_dec_credentials(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint16_t remaining) {
-    const char *name = wsp_decoded_header_name(code);
-    if (name == nullptr) return kWspErrFail;
     wsp_value_reader v;
-    bool done = false;
-    if (wsp_open_structured(cursor, remaining, &v, &done) != kWspOk) return kWspErrFail;
-    if (done) return kWspOk;
-
     wsp_text_builder b;
-    switch (v.peek_class()) {
-    case WSP_CLASS_SHORT_INT:
-        if ((*v.p & 0x7F) != kBasicScheme) return kWspErrFail;
-        v.p += 1;
-        if (basic_credentials(&v, &b, remaining) != kWspOk) return kWspErrFail;
-        break;
-    case WSP_CLASS_TEXT: {
-        // A scheme token, then (when the length goes on) its parameters
-        // joined by ",".
-        if (wsp_read_token_text(&v.p, b.text, v.bound(v.length), WSP_DEC_SCRATCH) != kWspOk) return kWspErrFail;
-        b.sync();
-        if (!wsp_append_param_run(&v, &b, " ", wsp_decode_param_list)) return kWspErrFail;
-        break;
-    }
-    default:
-        return kWspErrFail;
-    }
-
-    int st = wsp_append_header_line(out, name, b.text);
-    if (st == kWspOk) *cursor = v.p;
-    return st;
+    bool basic = false;
+    int status = kWspOk;
+    if (!open_with_scheme(code, cursor, remaining, &v, &b, &basic, &status)) return status;
+    // After a scheme token come (when the length goes on) its parameters,
+    // joined by ",".
+    bool read = basic ? basic_credentials(&v, &b, remaining) == kWspOk
+                      : wsp_append_param_run(&v, &b, " ", wsp_decode_param_list);
+    if (!read) return kWspErrFail;
+    return wsp_close_structured(code, b, v, out, wsp_line_writer::plain, cursor, wsp_cursor_rule::on_ok);
 }
 
 int wsp_dec_challenge(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint16_t remaining) {
-    const char *name = wsp_decoded_header_name(code);
-    if (name == nullptr) return kWspErrFail;
+    // "<scheme> realm = \"<realm>\"", then for a scheme token
+    // ",<param>,<param>..." when the length goes on.
     wsp_value_reader v;
-    bool done = false;
-    if (wsp_open_structured(cursor, remaining, &v, &done) != kWspOk) return kWspErrFail;
-    if (done) return kWspOk;
-
     wsp_text_builder b;
-    switch (v.peek_class()) {
-    case WSP_CLASS_SHORT_INT: {
-        // "basic realm = \"<realm>\"".  The cursor moves only when the line
-        // is written.
-        if ((*v.p & 0x7F) != kBasicScheme) return kWspErrFail;
-        v.p += 1;
-        b.append(wsp_auth_schemes[0]);
-        if (!b.append(" ") || append_realm(&v, &b) != kWspOk) return kWspErrFail;
-        int st = write_challenge(out, name, b.text);
-        if (st == kWspOk) *cursor = v.p;
-        return st;
-    }
-    case WSP_CLASS_TEXT: {
-        // "<scheme> realm = \"<realm>\"", then ",<param>,<param>..." when the
-        // length goes on.  The cursor is moved before the line is written,
-        // so it stays moved whatever the writer says.
-        if (wsp_read_token_text(&v.p, b.text, v.bound(v.length), WSP_DEC_SCRATCH) != kWspOk) return kWspErrFail;
-        b.sync();
-        if (!b.append(" ") || append_realm(&v, &b) != kWspOk) return kWspErrFail;
-        if (!wsp_append_param_run(&v, &b, ",", wsp_decode_param_list)) return kWspErrFail;
-        *cursor = v.p;
-        return write_challenge(out, name, b.text);
-    }
-    default:
-        return kWspErrFail;
-    }
+    bool basic = false;
+    int status = kWspOk;
+    if (!open_with_scheme(code, cursor, remaining, &v, &b, &basic, &status)) return status;
+    if (!b.append(" ") || append_realm(&v, &b) != kWspOk) return kWspErrFail;
+    // The basic form moves the cursor only when the line is written.
+    if (basic) return wsp_close_structured(code, b, v, out, challenge_writer(code), cursor, wsp_cursor_rule::on_ok);
+    // A scheme token's cursor is moved before the line is written, so it
+    // stays moved whatever the writer says.
+    if (!wsp_append_param_run(&v, &b, ",", wsp_decode_param_list)) return kWspErrFail;
+    return wsp_close_structured(code, b, v, out, challenge_writer(code), cursor, wsp_cursor_rule::always);
 }

@@ -22,7 +22,7 @@ constexpr uint8_t kLastDirective = 11;
 
 // A bare directive, written at once.  The cursor moves whatever the writer
 // says; its status is passed on (a full output stops the block).
-int decode_bare(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint16_t remaining, const char *name) {
+int decode_bare(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint16_t remaining) {
     const uint8_t *p = *cursor;
     wsp_text_builder b;
     if (wsp_class_of(*p) == WSP_CLASS_SHORT_INT) {
@@ -33,18 +33,17 @@ int decode_bare(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint16_t
         if (d == kSMaxAge && code != 0x3E) return kWspErrArg;
         if (d == kMaxAge || d == kMinFresh) return kWspErrArg; // these need a value
         if (d > kLastDirective) return kWspErrFail;
-        b.append(wsp_cache_directives[d]);
+        b.append(wsp_cache_directives.name(d));
         p += 1;
     } else {
         // A token directive: its reader's status (-216 for a token that
         // fills the scratch) is handed back unchanged.
-        int st = wsp_read_token_text(&p, b.text, remaining, WSP_DEC_SCRATCH);
+        int st = wsp_read_token_text(&p, b.text, remaining, WSP_TEXT_CAPACITY);
         if (st != kWspOk) return st;
         b.sync();
     }
-    if (b.len >= WSP_DEC_SCRATCH) return kWspErrFail;
-    *cursor = p;
-    return wsp_add_header_line(out, name, b.text);
+    if (b.len >= WSP_TEXT_CAPACITY) return kWspErrFail;
+    return wsp_write_value_line(code, b.text, out, wsp_line_writer::merging, cursor, p, wsp_cursor_rule::always);
 }
 
 // The argument after a directive given as text: a Long-integer or a
@@ -57,21 +56,21 @@ int decode_text_directive_argument(wsp_value_reader *v, char *value) {
         uint32_t n = 0;
         // The Long-integer's length octet and its octets must all lie in
         // what is left of the value (and of the input).
-        if (wsp_read_long_int(&v->p, &n, static_cast<uint16_t>(in_value - 1)) != kWspOk) return kWspErrFail;
-        std::snprintf(value, WSP_DEC_VALUE_AREA, "%d", static_cast<int32_t>(n));
+        if (wsp_read_long_int(&v->p, &n, in_value) != kWspOk) return kWspErrFail;
+        std::snprintf(value, WSP_TEXT_AREA, "%d", static_cast<int32_t>(n));
         return kWspOk;
     }
     case WSP_CLASS_SHORT_INT:
-        std::snprintf(value, WSP_DEC_VALUE_AREA, "%d", *v->p & 0x7F);
+        std::snprintf(value, WSP_TEXT_AREA, "%d", *v->p & 0x7F);
         v->p += 1;
         return kWspOk;
     case WSP_CLASS_QUOTED:
-        if (wsp_read_text_value(&v->p, value, WSP_CLASS_QUOTED, in_value, WSP_DEC_SCRATCH) != kWspOk)
+        if (wsp_read_text_value(&v->p, value, WSP_CLASS_QUOTED, in_value, WSP_TEXT_CAPACITY) != kWspOk)
             return kWspErrFail;
         return kWspOk;
     case WSP_CLASS_QUOTE:
     case WSP_CLASS_TEXT:
-        if (wsp_read_token_text(&v->p, value, in_value, WSP_DEC_SCRATCH) != kWspOk) return kWspErrFail;
+        if (wsp_read_token_text(&v->p, value, in_value, WSP_TEXT_CAPACITY) != kWspOk) return kWspErrFail;
         return kWspOk;
     default: // a Length-quote, or no octet left
         return kWspErrFail;
@@ -81,17 +80,15 @@ int decode_text_directive_argument(wsp_value_reader *v, char *value) {
 } // namespace
 
 int wsp_dec_cache_control(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint16_t remaining) {
-    const char *name = wsp_decoded_header_name(code);
-    if (name == nullptr || remaining == 0) return kWspErrFail;
+    if (wsp_decoded_header_name(code) == nullptr || remaining == 0) return kWspErrFail;
 
     uint8_t cls = wsp_class_of(**cursor);
-    if (cls == WSP_CLASS_SHORT_INT || cls == WSP_CLASS_TEXT) return decode_bare(code, cursor, out, remaining, name);
+    if (cls == WSP_CLASS_SHORT_INT || cls == WSP_CLASS_TEXT) return decode_bare(code, cursor, out, remaining);
     if (cls != WSP_CLASS_SHORT_LENGTH && cls != WSP_CLASS_LENGTH_QUOTE) return kWspErrFail;
 
     wsp_value_reader v;
-    bool done = false;
-    if (wsp_open_structured(cursor, remaining, &v, &done) != kWspOk) return kWspErrFail;
-    if (done) return kWspOk;
+    int status = kWspOk;
+    if (!wsp_open_structured(code, cursor, remaining, &v, &status)) return status;
 
     wsp_text_builder b;
     bool well_known = false;
@@ -100,7 +97,7 @@ int wsp_dec_cache_control(uint32_t code, const uint8_t **cursor, wsp_buffer *out
     case WSP_CLASS_SHORT_INT:
         d = static_cast<uint8_t>(*v.p & 0x7F);
         if (d > kLastDirective) return kWspErrFail;
-        b.append(wsp_cache_directives[d]);
+        b.append(wsp_cache_directives.name(d));
         well_known = true;
         v.p += 1;
         break;
@@ -108,7 +105,7 @@ int wsp_dec_cache_control(uint32_t code, const uint8_t **cursor, wsp_buffer *out
         // No bound is given for the directive name; it is read up to the
         // end of the input, and its reader's status is handed back as it
         // stands.  A name that runs past the length fails the final count.
-        int st = wsp_read_token_text(&v.p, b.text, v.left(), WSP_DEC_SCRATCH);
+        int st = wsp_read_token_text(&v.p, b.text, v.left(), WSP_TEXT_CAPACITY);
         if (st != kWspOk) return st;
         b.sync();
         break;
@@ -125,9 +122,9 @@ int wsp_dec_cache_control(uint32_t code, const uint8_t **cursor, wsp_buffer *out
         if (wsp_decode_field_name_list(&v.p, b.text, run) != kWspOk) return kWspErrFail;
         b.sync();
     } else {
-        if (v.length_used_up() || b.len >= WSP_DEC_TEXT_LIMIT) return kWspErrFail;
+        if (v.length_used_up() || b.len >= WSP_TEXT_LIMIT) return kWspErrFail;
         b.append("=");
-        char value[WSP_DEC_VALUE_AREA] = {};
+        char value[WSP_TEXT_AREA] = {};
         if (well_known) {
             uint8_t vc = v.peek_class();
             if (vc != WSP_CLASS_SHORT_LENGTH && vc != WSP_CLASS_SHORT_INT) return kWspErrFail;
@@ -138,7 +135,6 @@ int wsp_dec_cache_control(uint32_t code, const uint8_t **cursor, wsp_buffer *out
         if (!b.append(value)) return kWspErrFail;
     }
 
-    if (v.used() != v.length || b.len > WSP_DEC_TEXT_LIMIT) return kWspErrFail;
-    *cursor = v.p;
-    return wsp_add_header_line(out, name, b.text);
+    if (v.used() != v.length || b.len > WSP_TEXT_LIMIT) return kWspErrFail;
+    return wsp_close_structured(code, b, v, out, wsp_line_writer::merging, cursor, wsp_cursor_rule::always);
 }

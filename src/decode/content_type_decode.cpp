@@ -21,10 +21,10 @@ constexpr uint8_t kHighestMediaCode = 81;
 constexpr uint8_t kFirstCodedRow = 64;
 constexpr uint8_t kLastSearchedRow = 69;
 // Every media text and the text as a whole stay below this many octets.
-constexpr uint16_t kContentTypeCapacity = WSP_CONTENT_TYPE_LIMIT;
+constexpr uint16_t kContentTypeCapacity = WSP_CONTENT_TYPE_CAPACITY;
 // A general-form media text that, with its NUL, is longer than this costs
 // the whole value (emptied, skipped, success).
-constexpr size_t kLongestMediaWithNul = 149;
+constexpr size_t kLongestMediaWithNul = WSP_CONTENT_TYPE_CAPACITY - 1;
 
 // Constrained well-known media: 0..63 index the table, 64..81 are looked up
 // by code in rows 64..69; no such row leaves the output untouched and still
@@ -35,11 +35,11 @@ int decode_constrained_code(const uint8_t **cursor, char *out) {
     uint8_t v = p[0] & 0x7F;
     if (v > kHighestMediaCode) return kWspErrFail;
     if (v < kFirstCodedRow) {
-        std::strcpy(out, wsp_content_types[v].name);
+        std::strcpy(out, wsp_content_types.name(v));
     } else {
         for (uint8_t row = kFirstCodedRow; row <= kLastSearchedRow; ++row) {
-            if (static_cast<uint16_t>(wsp_content_types[row].code) == v) {
-                std::strcpy(out, wsp_content_types[row].name);
+            if (wsp_content_types.code(row) == v) {
+                std::strcpy(out, wsp_content_types.name(row));
                 break;
             }
         }
@@ -60,7 +60,7 @@ int decode_general_media(const uint8_t **cursor, char *out, uint16_t length, uin
         // 0x42.  Both forms are kept as they are on purpose.
         uint8_t v = p[0] & 0x7F;
         if (v > kHighestMediaCode) return kWspErrFail;
-        std::strcpy(out, wsp_content_types[v].name);
+        std::strcpy(out, wsp_content_types.name(v));
         *cursor = p + 1;
         return kWspOk;
     }
@@ -68,16 +68,13 @@ int decode_general_media(const uint8_t **cursor, char *out, uint16_t length, uin
         return wsp_read_text_value(cursor, out, WSP_CLASS_TEXT, length, kContentTypeCapacity);
     case WSP_CLASS_SHORT_LENGTH: {
         // A Long-integer code, the only form that reaches codes above 0xFF;
-        // rows are searched from the last one up.  The reader's limit is
-        // the value length, kept one below the octets left so that a length
-        // octet equal to it cannot reach past the end (it would fail the
-        // consumed-octets test anyway).
-        uint16_t avail = length < left ? length : wsp_long_int_avail(left);
+        // rows are searched from the last one up.  The reader is bounded by
+        // the value length and by the octets left.
         uint32_t code = 0;
-        if (wsp_read_long_int(&p, &code, avail) != kWspOk) return kWspErrFail;
+        if (wsp_read_long_int(&p, &code, wsp_long_int_in_field(length, left)) != kWspOk) return kWspErrFail;
         int row = wsp_find_code_down(wsp_content_types, WSP_CONTENT_TYPE_ROWS - 1, code);
         if (row < 0) return kWspErrFail;
-        std::strcpy(out, wsp_content_types[row].name);
+        std::strcpy(out, wsp_content_types.name(static_cast<uint16_t>(row)));
         *cursor = p;
         return kWspOk;
     }

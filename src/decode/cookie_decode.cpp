@@ -38,7 +38,7 @@ void version_text(uint8_t octet, char *text) {
 // what is left of the length.
 int read_cookie_text(wsp_value_reader *v, char *text) {
     if (!wsp_is_text_class(v->peek_class())) return kWspErrFail;
-    if (wsp_read_text_string(&v->p, text, v->bound(v->rest_of_length()), WSP_DEC_SCRATCH) != kWspOk)
+    if (wsp_read_text_string(&v->p, text, v->bound(v->rest_of_length()), WSP_TEXT_CAPACITY) != kWspOk)
         return kWspErrFail;
     return kWspOk;
 }
@@ -46,30 +46,27 @@ int read_cookie_text(wsp_value_reader *v, char *text) {
 } // namespace
 
 int wsp_dec_set_cookie(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint16_t remaining) {
-    const char *name = wsp_decoded_header_name(code);
-    if (name == nullptr) return kWspErrFail;
     wsp_value_reader v;
-    bool done = false;
-    if (wsp_open_structured(cursor, remaining, &v, &done) != kWspOk) return kWspErrFail;
-    if (done) return kWspOk;
+    int status = kWspOk;
+    if (!wsp_open_structured(code, cursor, remaining, &v, &status)) return status;
 
     // The version: a Short-integer gives "Version=...", a text is taken as
     // it stands (no "Version=" in front).
-    char version[WSP_DEC_VALUE_AREA] = {};
+    char version[WSP_TEXT_AREA] = {};
     uint8_t cls = v.peek_class();
     if (cls == WSP_CLASS_SHORT_INT) {
         version_text(*v.p, version);
         v.p += 1;
     } else if (wsp_is_text_class(cls)) {
-        if (wsp_read_text_string(&v.p, version, v.bound(v.length), WSP_DEC_SCRATCH) != kWspOk) return kWspErrFail;
+        if (wsp_read_text_string(&v.p, version, v.bound(v.length), WSP_TEXT_CAPACITY) != kWspOk) return kWspErrFail;
     } else {
         return kWspErrFail;
     }
 
     // The cookie name and value are bounded by the length less the octets
     // used so far; neither may run over the value.
-    char cookie_name[WSP_DEC_VALUE_AREA] = {};
-    char cookie_value[WSP_DEC_VALUE_AREA] = {};
+    char cookie_name[WSP_TEXT_AREA] = {};
+    char cookie_value[WSP_TEXT_AREA] = {};
     if (read_cookie_text(&v, cookie_name) != kWspOk) return kWspErrFail;
     if (read_cookie_text(&v, cookie_value) != kWspOk) return kWspErrFail;
 
@@ -78,9 +75,7 @@ int wsp_dec_set_cookie(uint32_t code, const uint8_t **cursor, wsp_buffer *out, u
         return kWspErrFail;
 
     if (!wsp_append_param_run(&v, &b, nullptr, wsp_decode_params)) return kWspErrFail;
-    if (b.len >= WSP_DEC_SCRATCH) return kWspErrFail;
+    if (b.len >= WSP_TEXT_CAPACITY) return kWspErrFail;
 
-    int st = wsp_add_header_line(out, name, b.text);
-    if (st == kWspOk) *cursor = v.p;
-    return st;
+    return wsp_close_structured(code, b, v, out, wsp_line_writer::merging, cursor, wsp_cursor_rule::on_ok);
 }

@@ -6,16 +6,9 @@
 
 #include <cstdint>
 
+#include "tables.h"
 #include "tarnwspencdec.h"
-
-// Scratch sizes of the decoding side.
-inline constexpr uint16_t WSP_DEC_NAME_AREA = 32;   // header names read from a block (<= 29 chars)
-inline constexpr uint16_t WSP_DEC_NAME_LIMIT = 30;  // capacity handed to the name reader
-inline constexpr uint16_t WSP_DEC_VALUE_AREA = 200; // text values (<= 197 chars)
-inline constexpr uint16_t WSP_DEC_SCRATCH = 198;    // a value or parameter text
-inline constexpr uint16_t WSP_DEC_TEXT_LIMIT = 197; // longest text a decoder writes
-inline constexpr uint16_t WSP_DEC_LONG_TEXT = 1601; // wsp_dec_text_value's heap area
-inline constexpr uint16_t WSP_CONTENT_TYPE_LIMIT = 150;
+#include "text_limits.h"
 
 // A well-known header value decoder: reads the value at *cursor (remaining
 // octets to the block's end), writes its line and leaves *cursor past the
@@ -23,7 +16,7 @@ inline constexpr uint16_t WSP_CONTENT_TYPE_LIMIT = 150;
 using wsp_header_decoder = int (*)(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint16_t remaining);
 
 // 72 entries, index = header code 0x00..0x47; nullptr = header skipped.
-extern const wsp_header_decoder wsp_header_decoders[72];
+extern const wsp_header_decoder wsp_header_decoders[WSP_HEADER_NAME_ROWS];
 
 // ---- line writers ----
 int wsp_add_header_line(wsp_buffer *out, const char *name, const char *value);

@@ -8,19 +8,19 @@
 
 const char *wsp_decoded_header_name(uint32_t code) {
     if (code >= WSP_HEADER_NAME_ROWS) return nullptr;
-    return wsp_header_names[code];
+    return wsp_header_names.name(static_cast<uint16_t>(code));
 }
 
-const char *wsp_code_name(const wsp_code_entry *table, uint16_t rows, uint32_t code) {
+const char *wsp_code_name(const wsp_table &table, uint16_t rows, uint32_t code) {
     int row = wsp_find_code(table, rows, code);
-    return row < 0 ? nullptr : table[row].name;
+    return row < 0 ? nullptr : table.name(static_cast<uint16_t>(row));
 }
 
 int wsp_read_small_long_code(const uint8_t **cursor, uint16_t remaining, uint32_t *code) {
     if (remaining == 0) return kWspErrFail;
     const uint8_t *p = *cursor;
     uint32_t value = 0;
-    int status = wsp_read_long_int(&p, &value, wsp_long_int_avail(remaining));
+    int status = wsp_read_long_int(&p, &value, remaining);
     if (status != kWspOk) return status;
     // The low-octet test against the octets left is odd but kept: a code
     // such as 0x0C behind a value with only a few octets left is refused.

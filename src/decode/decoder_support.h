@@ -8,6 +8,7 @@
 #include <cstdint>
 
 #include "decode.h"
+#include "tables.h"
 #include "tarnwspencdec.h"
 
 // The line name of a well-known header code; nullptr past the name table
@@ -24,15 +25,18 @@ inline uint16_t wsp_octets_left(const uint8_t *start, uint16_t remaining, const 
 // Octets a value has used from `from` to `to`, as a 16-bit count.
 inline uint16_t wsp_octets_used(const uint8_t *from, const uint8_t *to) { return static_cast<uint16_t>(to - from); }
 
-// The avail count handed to wsp_read_long_int when `left` octets (left >= 1)
-// remain from the length octet on: the reader reads n + 1 octets after its
-// n > avail test, so avail must stay one below what is left.
-inline uint16_t wsp_long_int_avail(uint16_t left) { return static_cast<uint16_t>(left - 1); }
-
+// The remaining count handed to wsp_read_long_int for a Long-integer that
+// opens a field of Value-length `length`, with `left` input octets from its
+// length octet on: the length octet may claim up to `length` octets after
+// itself (one more than the field holds; the field's own count of used
+// octets refuses that later), never more than the input holds.
+inline uint16_t wsp_long_int_in_field(uint16_t length, uint16_t left) {
+    return length < left ? static_cast<uint16_t>(length + 1) : left;
+}
 
 // The name of the first of `rows` rows whose code equals `code` (low 16
 // bits), or nullptr.
-const char *wsp_code_name(const wsp_code_entry *table, uint16_t rows, uint32_t code);
+const char *wsp_code_name(const wsp_table &table, uint16_t rows, uint32_t code);
 
 // A header code given as a Long-integer (Content-Language, Trailer): read
 // with the hard end as bound; a value above 255, or one whose low 8 bits

@@ -8,24 +8,21 @@
 #include "text_builder.h"
 
 int wsp_dec_disposition(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint16_t remaining) {
-    const char *name = wsp_decoded_header_name(code);
-    if (name == nullptr) return kWspErrFail;
     wsp_value_reader v;
-    bool done = false;
-    if (wsp_open_structured(cursor, remaining, &v, &done) != kWspOk) return kWspErrFail;
-    if (done) return kWspOk;
+    int status = kWspOk;
+    if (!wsp_open_structured(code, cursor, remaining, &v, &status)) return status;
 
     wsp_text_builder b;
     switch (v.peek_class()) {
     case WSP_CLASS_TEXT:
-        if (wsp_read_token_text(&v.p, b.text, v.bound(v.rest_of_length()), WSP_DEC_SCRATCH) != kWspOk)
+        if (wsp_read_token_text(&v.p, b.text, v.bound(v.rest_of_length()), WSP_TEXT_CAPACITY) != kWspOk)
             return kWspErrFail;
         b.sync();
         break;
     case WSP_CLASS_SHORT_INT: {
         uint8_t d = static_cast<uint8_t>(*v.p & 0x7F);
         if (d >= WSP_DISPOSITION_ROWS) return kWspErrFail;
-        b.append(wsp_dispositions[d]);
+        b.append(wsp_dispositions.name(d));
         v.p += 1;
         break;
     }
@@ -34,9 +31,7 @@ int wsp_dec_disposition(uint32_t code, const uint8_t **cursor, wsp_buffer *out, 
     }
 
     if (!wsp_append_param_run(&v, &b, nullptr, wsp_decode_params)) return kWspErrFail;
-    if (b.len >= WSP_DEC_SCRATCH) return kWspErrFail;
+    if (b.len >= WSP_TEXT_CAPACITY) return kWspErrFail;
 
-    int st = wsp_append_header_line(out, name, b.text);
-    if (st == kWspOk) *cursor = v.p;
-    return st;
+    return wsp_close_structured(code, b, v, out, wsp_line_writer::plain, cursor, wsp_cursor_rule::on_ok);
 }

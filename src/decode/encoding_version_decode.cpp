@@ -23,8 +23,7 @@ void append_version(wsp_text_builder *b, uint8_t octet) {
 } // namespace
 
 int wsp_dec_encoding_version(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint16_t remaining) {
-    const char *name = wsp_decoded_header_name(code);
-    if (name == nullptr || remaining == 0) return kWspErrFail;
+    if (wsp_decoded_header_name(code) == nullptr || remaining == 0) return kWspErrFail;
 
     const uint8_t *p = *cursor;
     wsp_text_builder b;
@@ -33,7 +32,7 @@ int wsp_dec_encoding_version(uint32_t code, const uint8_t **cursor, wsp_buffer *
         append_version(&b, *p);
         p += 1;
     } else if (wsp_is_text_class(cls)) {
-        if (wsp_read_text_string(&p, b.text, remaining, WSP_DEC_SCRATCH) != kWspOk) return kWspErrFail;
+        if (wsp_read_text_string(&p, b.text, remaining, WSP_TEXT_CAPACITY) != kWspOk) return kWspErrFail;
         b.sync();
     } else {
         // A code page, then the version, both Short-integers.  The code page
@@ -41,12 +40,8 @@ int wsp_dec_encoding_version(uint32_t code, const uint8_t **cursor, wsp_buffer *
         // Only the two octets are passed: the length is not compared with
         // them.
         wsp_value_reader v;
-        bool empty = false;
-        if (wsp_open_length_form(p, remaining, &v, &empty) != kWspOk) return kWspErrFail;
-        if (empty) {
-            *cursor = v.p;
-            return kWspOk;
-        }
+        int status = kWspOk;
+        if (!wsp_open_structured(code, cursor, remaining, &v, &status)) return status;
         if (v.peek_class() != WSP_CLASS_SHORT_INT) return kWspErrFail;
         v.p += 1;
         if (v.peek_class() != WSP_CLASS_SHORT_INT) return kWspErrFail;
@@ -55,9 +50,7 @@ int wsp_dec_encoding_version(uint32_t code, const uint8_t **cursor, wsp_buffer *
         v.p += 1;
         p = v.p;
     }
-    if (b.len >= WSP_DEC_SCRATCH) return kWspErrFail;
+    if (b.len >= WSP_TEXT_CAPACITY) return kWspErrFail;
 
-    int st = wsp_append_header_line(out, name, b.text);
-    if (st == kWspOk) *cursor = p;
-    return st;
+    return wsp_write_value_line(code, b.text, out, wsp_line_writer::plain, cursor, p, wsp_cursor_rule::on_ok);
 }

@@ -24,22 +24,19 @@
 
 namespace {
 
-constexpr uint8_t kContentTypeCode = 0x11;
-constexpr uint8_t kHighestHeaderCode = 0x47;
 constexpr uint8_t kShiftDelimiter = 0x7F;
 constexpr uint8_t kShortCutShiftHighest = 31;
 constexpr uint8_t kDefaultPage = 1;
 // A page that claims more rows than this has every header skipped.
 constexpr uint8_t kMostPageRows = 128;
 // Page-list names are bounded to the name area, leaving room for the NUL.
-constexpr size_t kLongestPageName = WSP_DEC_NAME_AREA - 1;
+constexpr size_t kLongestPageName = WSP_NAME_AREA - 1;
 
-// The highest well-known code each encoding version decodes; any other
+// The well-known codes each encoding version (1..4) decodes; any other
 // version number decodes none of them.
 bool version_admits(int version, uint8_t code) {
-    static constexpr uint8_t kLimits[4] = {0x2E, 0x37, 0x43, 0x47};
-    if (version < 1 || version > 4) return false;
-    return code <= kLimits[version - 1];
+    if (version < 1 || version > WSP_VERSION_ROWS) return false;
+    return code < wsp_version_limits[version - 1].header_end;
 }
 
 // Continue the walk: every other value is the final status of the call.
@@ -55,9 +52,9 @@ struct block_walk {
     uint16_t pos = 0;
     uint8_t page = kDefaultPage;
     const wsp_dec_page *current = nullptr;
-    char name[WSP_DEC_NAME_AREA] = {};
-    char value[WSP_DEC_VALUE_AREA] = {};
-    char skipped_name[WSP_DEC_NAME_AREA] = {};
+    char name[WSP_NAME_AREA] = {};
+    char value[WSP_TEXT_AREA] = {};
+    char skipped_name[WSP_NAME_AREA] = {};
 
     bool at_end() const { return pos >= length; }
     const uint8_t *here() const { return start + pos; }
@@ -123,7 +120,7 @@ int write_named_value(block_walk &w, bool drop_long_text) {
     if (wsp_is_text_class(wsp_class_of(value[0])) || value[0] == 0) {
         const uint8_t *p = value;
         std::memset(w.value, 0, sizeof w.value);
-        int status = wsp_read_text_string(&p, w.value, remaining, WSP_DEC_SCRATCH);
+        int status = wsp_read_text_string(&p, w.value, remaining, WSP_TEXT_CAPACITY);
         if (status == kWspErrTruncated && drop_long_text) return w.pass_value();
         if (status != kWspOk) return w.release(kWspErrArg);
         status = wsp_add_header_line(w.out, w.name, w.value);
@@ -148,7 +145,7 @@ int well_known_header(block_walk &w) {
 
     // A content-type inside a header block is never written out, and codes
     // past the name table have no decoder.
-    if (code == kContentTypeCode || code > kHighestHeaderCode) return w.skip_value(kWspErrFail);
+    if (code == WSP_HDR_CONTENT_TYPE || code >= WSP_HEADER_NAME_ROWS) return w.skip_value(kWspErrFail);
     wsp_header_decoder decoder = wsp_header_decoders[code];
     if (!version_admits(w.version, code) || decoder == nullptr) return w.skip_value(kWspErrFail);
 
@@ -209,7 +206,7 @@ int code_page_header(block_walk &w) {
 int application_header(block_walk &w) {
     std::memset(w.name, 0, sizeof w.name);
     const uint8_t *p = w.here();
-    int status = wsp_read_token_text(&p, w.name, w.remaining(), WSP_DEC_NAME_LIMIT);
+    int status = wsp_read_token_text(&p, w.name, w.remaining(), WSP_NAME_CAPACITY);
     if (status == kWspErrTruncated) {
         // A name of 30 characters or more: the whole header is passed over.
         status = w.pass_value();
@@ -256,7 +253,7 @@ int skip_mode(block_walk &w) {
             if (status != kContinue) return status;
         } else if (cls == WSP_CLASS_TEXT) {
             const uint8_t *p = w.here();
-            if (wsp_read_token_text(&p, w.skipped_name, w.remaining(), WSP_DEC_NAME_LIMIT) != kWspOk)
+            if (wsp_read_token_text(&p, w.skipped_name, w.remaining(), WSP_NAME_CAPACITY) != kWspOk)
                 return w.release(kWspErrArg);
             w.move_to(p);
             uint32_t size = 0;

@@ -132,8 +132,8 @@ class remainder_copy {
     uint16_t length() const { return length_; }
 
   private:
-    static constexpr uint16_t kSmallChars = 198;
-    uint8_t small_[WSP_DEC_VALUE_AREA] = {};
+    static constexpr uint16_t kSmallChars = WSP_TEXT_CAPACITY;
+    uint8_t small_[WSP_TEXT_AREA] = {};
     uint8_t *heap_ = nullptr;
     const uint8_t *held_ = small_;
     uint16_t length_ = 0;

@@ -12,12 +12,11 @@
 
 namespace {
 
-constexpr uint32_t kContentLanguage = 0x0C;
-constexpr uint32_t kLastHeaderCode = 71;     // the last row of the header-name table
-constexpr uint32_t kTrailerCodeLimit = 72;   // codes above this are refused outright
+constexpr uint32_t kLastHeaderCode = WSP_HEADER_NAME_ROWS - 1; // the last row of the header-name table
+constexpr uint32_t kTrailerCodeLimit = WSP_HEADER_NAME_ROWS;   // codes above this are refused outright
 
 struct listed_table {
-    const wsp_code_entry *rows;
+    const wsp_table *rows;
     uint16_t count;
 };
 
@@ -26,14 +25,14 @@ bool listed_table_for(uint32_t code, listed_table *table) {
     switch (code) {
     case 0x02:
     case 0x0B:
-    case 0x3C: *table = {wsp_content_codings, WSP_CONTENT_CODING_ROWS}; return true;
-    case 0x04: *table = {wsp_range_units, WSP_RANGE_UNIT_ROWS}; return true;
-    case 0x09: *table = {wsp_connection_values, 1}; return true;
+    case 0x3C: *table = {&wsp_content_codings, WSP_CONTENT_CODING_ROWS}; return true;
+    case 0x04: *table = {&wsp_range_units, WSP_RANGE_UNIT_ROWS}; return true;
+    case 0x09: *table = {&wsp_connection_values, 1}; return true;
     // Content-Language searches the two-letter rows first, so a code that
     // has one is written as its two-letter form.
-    case 0x0C: *table = {wsp_language_run, WSP_LANGUAGE_RUN_ROWS}; return true;
-    case 0x22: *table = {wsp_methods, WSP_METHOD_ROWS}; return true;
-    case 0x27: *table = {wsp_te_values, 1}; return true;
+    case 0x0C: *table = {&wsp_language_run, WSP_LANGUAGE_RUN_ROWS}; return true;
+    case 0x22: *table = {&wsp_methods, WSP_METHOD_ROWS}; return true;
+    case 0x27: *table = {&wsp_te_values, 1}; return true;
     default: return false;
     }
 }
@@ -41,7 +40,7 @@ bool listed_table_for(uint32_t code, listed_table *table) {
 // A Token-text value read into the text area (capacity 198); the reader's
 // status comes back unchanged, so an over-long token returns -216.
 int read_token_value(const uint8_t **p, wsp_text_builder *value, uint16_t remaining) {
-    int status = wsp_read_token_text(p, value->text, remaining, WSP_DEC_SCRATCH);
+    int status = wsp_read_token_text(p, value->text, remaining, WSP_TEXT_CAPACITY);
     if (status == kWspOk) value->sync();
     return status;
 }
@@ -72,19 +71,19 @@ int wsp_dec_listed_value(uint32_t code, const uint8_t **cursor, wsp_buffer *out,
             if (wsp_shortint_direct_decode(&p, &short_code) != kWspOk) return kWspErrFail;
             listed_code = short_code;
         } else {
-            if (code != kContentLanguage) return kWspErrFail;
+            if (code != WSP_HDR_CONTENT_LANGUAGE) return kWspErrFail;
             if (wsp_read_small_long_code(&p, remaining, &listed_code) != kWspOk) return kWspErrFail;
         }
-        const char *name = wsp_code_name(table.rows, table.count, listed_code);
+        const char *name = wsp_code_name(*table.rows, table.count, listed_code);
         if (name == nullptr) {
-            if (code != kContentLanguage) return kWspErrFail;
+            if (code != WSP_HDR_CONTENT_LANGUAGE) return kWspErrFail;
             name = "unknown-language";
         }
-        if (!value.append(name, WSP_DEC_TEXT_LIMIT)) return kWspErrFail;
+        if (!value.append(name, WSP_TEXT_LIMIT)) return kWspErrFail;
     } else {
         return kWspErrArg;
     }
-    if (value.len > WSP_DEC_TEXT_LIMIT) return kWspErrFail;
+    if (value.len > WSP_TEXT_LIMIT) return kWspErrFail;
     return wsp_write_value_line(code, value.text, out, wsp_line_writer::merging, cursor, p, wsp_cursor_rule::on_ok);
 }
 
@@ -98,10 +97,10 @@ int wsp_dec_allow(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint16
     wsp_text_builder value;
     const char *name = wsp_code_name(wsp_methods, WSP_METHOD_ROWS, method);
     if (name != nullptr) {
-        if (!value.append(name, WSP_DEC_TEXT_LIMIT)) return kWspErrFail;
+        if (!value.append(name, WSP_TEXT_LIMIT)) return kWspErrFail;
     } else if (method >= 0x40 && method <= 0x7F) {
         // A method code without a name is written as its number.
-        if (!value.append_uint(method, WSP_DEC_TEXT_LIMIT)) return kWspErrFail;
+        if (!value.append_uint(method, WSP_TEXT_LIMIT)) return kWspErrFail;
     } else {
         return kWspErrFail;
     }
@@ -117,7 +116,7 @@ int wsp_dec_vary(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint16_
         uint8_t field = 0;
         if (wsp_shortint_direct_decode(&p, &field) != kWspOk) return kWspErrFail;
         if (field > kLastHeaderCode) return kWspErrFail;
-        if (!value.append(wsp_header_names[field], WSP_DEC_TEXT_LIMIT)) return kWspErrFail;
+        if (!value.append(wsp_header_names.name(field), WSP_TEXT_LIMIT)) return kWspErrFail;
     } else if (cls == WSP_CLASS_TEXT) {
         int status = read_token_value(&p, &value, remaining);
         if (status != kWspOk) return status;
@@ -146,16 +145,16 @@ int wsp_dec_trailer(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint
         if (field > kTrailerCodeLimit) return kWspErrFail;
         // Code 72 passes the test above but has no name: refused as well.
         if (field >= WSP_HEADER_NAME_ROWS) return kWspErrFail;
-        const char *name = wsp_header_names[field];
+        const char *name = wsp_header_names.name(static_cast<uint16_t>(field));
         // Only coded names are checked; the same names as text pass.
         if (is_refused_trailer(name)) return kWspErrFail;
-        if (!value.append(name, WSP_DEC_TEXT_LIMIT)) return kWspErrFail;
+        if (!value.append(name, WSP_TEXT_LIMIT)) return kWspErrFail;
     } else if (cls == WSP_CLASS_TEXT) {
         int status = read_token_value(&p, &value, remaining);
         if (status != kWspOk) return status;
     } else {
         return kWspErrArg;
     }
-    if (value.len > WSP_DEC_TEXT_LIMIT) return kWspErrFail;
+    if (value.len > WSP_TEXT_LIMIT) return kWspErrFail;
     return wsp_write_value_line(code, value.text, out, wsp_line_writer::merging, cursor, p, wsp_cursor_rule::on_ok);
 }

@@ -27,7 +27,7 @@ int integer_flag(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint16_
     if (wsp_decode_integer_text(&p, value.text, remaining) != kWspOk) return kWspErrFail;
     value.sync();
     // These two allow one character more than the other decoders.
-    if (value.len > WSP_DEC_SCRATCH) return kWspErrFail;
+    if (value.len > WSP_TEXT_CAPACITY) return kWspErrFail;
 
     // The bearer's number is parsed as well, and then not used.
     const uint32_t number = wsp_strtou32(value.text, nullptr, 10);
@@ -44,7 +44,7 @@ int integer_flag(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint16_
 int wsp_dec_date_value(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint16_t remaining) {
     if (remaining == 0 || wsp_class_of(**cursor) != WSP_CLASS_SHORT_LENGTH) return kWspErrFail;
     const uint8_t *p = *cursor;
-    char text[WSP_DATE_TEXT_SIZE] = {};
+    char text[WSP_TEXT_CAPACITY] = {};
     // wsp_decode_date reads the Long-integer with one octet less than it is
     // given, so the seconds never reach past the end of the block.
     if (wsp_decode_date(&p, text, remaining) != kWspOk) return kWspErrFail;
@@ -59,7 +59,7 @@ int wsp_dec_integer_value(uint32_t code, const uint8_t **cursor, wsp_buffer *out
     wsp_text_builder value;
     if (wsp_decode_integer_text(&p, value.text, remaining) != kWspOk) return kWspErrFail;
     value.sync();
-    if (value.len > WSP_DEC_TEXT_LIMIT) return kWspErrFail;
+    if (value.len > WSP_TEXT_LIMIT) return kWspErrFail;
     return wsp_write_value_line(code, value.text, out, wsp_line_writer::plain, cursor, p, wsp_cursor_rule::on_ok);
 }
 
@@ -123,12 +123,13 @@ int wsp_dec_content_md5(uint32_t code, const uint8_t **cursor, wsp_buffer *out, 
     if (remaining < kMd5Octets + 1) return kWspErrFail;
 
     // Every octet carries its own "0X" and loses its leading zero: 0x0A is
-    // written "0XA".  Kept as it is; readers of this line rely on it.
+    // written "0XA".  Kept as it is; readers of this line rely on it
+    // (DecodeContentMd5.EveryOctetHasItsOwnPrefixAndNoLeadingZero).
     wsp_text_builder value;
     for (uint16_t i = 1; i <= kMd5Octets; ++i) {
         char octet[8];
         std::snprintf(octet, sizeof octet, "0X%X", static_cast<unsigned>(start[i]));
-        if (!value.append(octet, WSP_DEC_TEXT_LIMIT)) return kWspErrFail;
+        if (!value.append(octet, WSP_TEXT_LIMIT)) return kWspErrFail;
     }
     return wsp_write_value_line(code, value.text, out, wsp_line_writer::plain, cursor, start + 1 + kMd5Octets,
                                 wsp_cursor_rule::on_ok);

@@ -20,7 +20,6 @@
 namespace {
 
 constexpr uint8_t kHighestParamCode = 0x1D;
-constexpr uint8_t kHighestHeaderCode = 0x47;
 
 uint32_t text_len(const char *s) { return static_cast<uint32_t>(std::strlen(s)); }
 
@@ -42,20 +41,20 @@ int decode_untyped_value(const uint8_t **cursor, char *value, uint16_t left) {
     switch (wsp_class_of(p[0])) {
     case WSP_CLASS_SHORT_LENGTH: {
         uint32_t v = 0;
-        status = wsp_read_long_int(&p, &v, wsp_long_int_avail(left));
+        status = wsp_read_long_int(&p, &v, left);
         if (status != kWspOk) return status;
-        std::snprintf(value, WSP_DEC_SCRATCH, "%d", static_cast<int>(static_cast<int32_t>(v)));
+        std::snprintf(value, WSP_TEXT_CAPACITY, "%d", static_cast<int>(static_cast<int32_t>(v)));
         break;
     }
     case WSP_CLASS_SHORT_INT:
-        std::snprintf(value, WSP_DEC_SCRATCH, "%d", p[0] & 0x7F);
+        std::snprintf(value, WSP_TEXT_CAPACITY, "%d", p[0] & 0x7F);
         p += 1;
         break;
     case WSP_CLASS_QUOTED:
-        status = wsp_read_text_value(&p, value, WSP_CLASS_QUOTED, left, WSP_DEC_SCRATCH);
+        status = wsp_read_text_value(&p, value, WSP_CLASS_QUOTED, left, WSP_TEXT_CAPACITY);
         break;
     case WSP_CLASS_TEXT:
-        status = wsp_read_token_text(&p, value, left, WSP_DEC_SCRATCH);
+        status = wsp_read_token_text(&p, value, left, WSP_TEXT_CAPACITY);
         break;
     default:
         return kWspErrFail;
@@ -71,7 +70,7 @@ int wsp_decode_param(const uint8_t **cursor, uint16_t remaining, char *out, uint
     if (cursor == nullptr || *cursor == nullptr || out == nullptr || remaining == 0) return kWspErrFail;
     const uint8_t *const start = *cursor;
     const uint8_t *p = start;
-    char name_area[WSP_DEC_VALUE_AREA] = {};
+    char name_area[WSP_TEXT_AREA] = {};
     const char *name = nullptr;
     bool typed = false;
     uint8_t code = 0;
@@ -79,12 +78,12 @@ int wsp_decode_param(const uint8_t **cursor, uint16_t remaining, char *out, uint
     uint8_t cls = wsp_class_of(p[0]);
     if (cls == WSP_CLASS_SHORT_INT) {
         code = p[0] & 0x7F;
-        if (code > kHighestParamCode || wsp_param_names[code] == nullptr) return kWspErrFail;
-        name = wsp_param_names[code];
+        if (code > kHighestParamCode || wsp_param_names.name(code) == nullptr) return kWspErrFail;
+        name = wsp_param_names.name(code);
         typed = true;
         p += 1;
     } else if (cls == WSP_CLASS_TEXT) {
-        int status = wsp_read_token_text(&p, name_area, remaining, WSP_DEC_SCRATCH);
+        int status = wsp_read_token_text(&p, name_area, remaining, WSP_TEXT_CAPACITY);
         if (status != kWspOk) return status;
         name = name_area;
     } else {
@@ -102,7 +101,7 @@ int wsp_decode_param(const uint8_t **cursor, uint16_t remaining, char *out, uint
         return kWspOk;
     }
 
-    char value[WSP_DEC_VALUE_AREA] = {};
+    char value[WSP_TEXT_AREA] = {};
     if (typed) {
         const uint8_t *q = p;
         if (wsp_decode_param_value(&q, value, code, left) == kWspOk) {
@@ -155,7 +154,7 @@ int wsp_decode_param_list(const uint8_t **cursor, uint16_t run, char *out, uint1
         int status = wsp_decode_param(&p, wsp_octets_left(start, run, p), out, capacity);
         if (status != kWspOk) return status;
     }
-    if (std::strlen(out) > WSP_DEC_TEXT_LIMIT) return kWspErrFail;
+    if (std::strlen(out) > WSP_TEXT_LIMIT) return kWspErrFail;
     *cursor = p;
     return kWspOk;
 }
@@ -168,7 +167,7 @@ int wsp_decode_single_param(const uint8_t **cursor, uint16_t run, char *out, uin
         if (status != kWspOk) return status;
         if (wsp_octets_used(*cursor, p) < run) return kWspErrFail;
     }
-    if (std::strlen(out) > WSP_DEC_TEXT_LIMIT) return kWspErrFail;
+    if (std::strlen(out) > WSP_TEXT_LIMIT) return kWspErrFail;
     *cursor = p;
     return kWspOk;
 }
@@ -185,10 +184,10 @@ int wsp_decode_qvalue_param(const uint8_t **cursor, uint16_t run, char *out, uin
         if (std::strlen(out) + 2 >= capacity) return kWspErrFail;
         std::strcat(out, ";q");
         if (p[0] != 0) {
-            char q[WSP_DEC_VALUE_AREA] = {};
+            char q[WSP_TEXT_AREA] = {};
             int status = wsp_decode_param_value(&p, q, 0x00, run);
             if (status != kWspOk) return status;
-            if (std::strlen(out) + 1 + std::strlen(q) > WSP_DEC_TEXT_LIMIT) {
+            if (std::strlen(out) + 1 + std::strlen(q) > WSP_TEXT_LIMIT) {
                 too_long = true;
             } else {
                 std::strcat(out, "=");
@@ -199,7 +198,7 @@ int wsp_decode_qvalue_param(const uint8_t **cursor, uint16_t run, char *out, uin
         }
         if (wsp_octets_used(*cursor, p) < run) return kWspErrArg;
     }
-    if (too_long || std::strlen(out) > WSP_DEC_TEXT_LIMIT) return kWspErrFail;
+    if (too_long || std::strlen(out) > WSP_TEXT_LIMIT) return kWspErrFail;
     *cursor = p;
     return kWspOk;
 }
@@ -211,7 +210,7 @@ int wsp_decode_qvalue_param(const uint8_t **cursor, uint16_t run, char *out, uin
 int wsp_decode_field_name_list(const uint8_t **cursor, char *out, uint16_t run) {
     if (cursor == nullptr || *cursor == nullptr || out == nullptr) return kWspErrFail;
     if (run == 0) return kWspErrArg;
-    if (std::strlen(out) + 3 > WSP_DEC_TEXT_LIMIT) return kWspErrArg;
+    if (std::strlen(out) + 3 > WSP_TEXT_LIMIT) return kWspErrArg;
     std::strcat(out, "= \"");
     const uint8_t *const start = *cursor;
     const uint8_t *p = start;
@@ -219,22 +218,22 @@ int wsp_decode_field_name_list(const uint8_t **cursor, char *out, uint16_t run) 
     while (wsp_octets_used(start, p) < run) {
         if (!first) std::strcat(out, ",");
         first = false;
-        char token[WSP_DEC_VALUE_AREA] = {};
+        char token[WSP_TEXT_AREA] = {};
         const char *name = nullptr;
         uint8_t cls = wsp_class_of(p[0]);
         if (cls == WSP_CLASS_TEXT) {
-            if (wsp_read_token_text(&p, token, wsp_octets_left(start, run, p), WSP_DEC_SCRATCH) != kWspOk)
+            if (wsp_read_token_text(&p, token, wsp_octets_left(start, run, p), WSP_TEXT_CAPACITY) != kWspOk)
                 return kWspErrFail;
             name = token;
         } else if (cls == WSP_CLASS_SHORT_INT) {
             uint8_t code = p[0] & 0x7F;
-            if (code > kHighestHeaderCode) return kWspErrFail;
-            name = wsp_header_names[code];
+            if (code >= WSP_HEADER_NAME_ROWS) return kWspErrFail;
+            name = wsp_header_names.name(code);
             p += 1;
         } else {
             return kWspErrArg;
         }
-        if (std::strlen(out) + std::strlen(name) > WSP_DEC_TEXT_LIMIT) return kWspErrArg;
+        if (std::strlen(out) + std::strlen(name) > WSP_TEXT_LIMIT) return kWspErrArg;
         std::strcat(out, name);
     }
     std::strcat(out, "\"");

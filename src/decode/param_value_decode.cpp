@@ -3,7 +3,7 @@
 //
 // Every reader here is bounded by the hard end (cursor + remaining): a
 // value that needs an octet at or past it fails with -214.  `out` is a
-// value area of at least 200 octets (WSP_DEC_VALUE_AREA); the text readers
+// value area of at least 200 octets (WSP_TEXT_AREA); the text readers
 // are given a capacity of 198.
 #include <cstdio>
 #include <cstring>
@@ -22,7 +22,6 @@ constexpr uint16_t kFirstCodedContentRow = 64;
 constexpr uint16_t kLastShortCodedContentRow = 69;
 
 constexpr uint8_t kHighestParamCode = 0x1D;
-constexpr uint8_t kHighestHeaderCode = 0x47;
 constexpr size_t kNumberText = 16;
 
 void put_uint(char *out, uint32_t v) { std::snprintf(out, kNumberText, "%u", static_cast<unsigned>(v)); }
@@ -33,9 +32,9 @@ void append_uint(char *out, uint32_t v) { put_uint(out + std::strlen(out), v); }
 // index the table directly, 64..127 are looked for by code in rows 64..69
 // and give nullptr (nothing written) when no row carries them.
 const char *short_media_name(uint8_t v) {
-    if (v < kFirstCodedContentRow) return wsp_content_types[v].name;
+    if (v < kFirstCodedContentRow) return wsp_content_types.name(v);
     for (uint16_t row = kFirstCodedContentRow; row <= kLastShortCodedContentRow; ++row) {
-        if (static_cast<uint16_t>(wsp_content_types[row].code) == v) return wsp_content_types[row].name;
+        if (wsp_content_types.code(row) == v) return wsp_content_types.name(row);
     }
     return nullptr;
 }
@@ -43,7 +42,7 @@ const char *short_media_name(uint8_t v) {
 // A Text-string read within the octets left (the reader counts a leading
 // Quote against them too).
 int read_text_string_within(const uint8_t **p, char *out, uint16_t left) {
-    return wsp_read_text_string(p, out, left, WSP_DEC_SCRATCH);
+    return wsp_read_text_string(p, out, left, WSP_TEXT_CAPACITY);
 }
 
 // Texts of the name/filename/start/comment/domain/path family: each form
@@ -56,7 +55,7 @@ int read_param_text(const uint8_t **p, char *out, uint8_t cls, uint16_t left) {
         return read_text_string_within(p, out, left);
     case WSP_CLASS_QUOTED:
     case WSP_CLASS_TEXT:
-        return wsp_read_text_value(p, out, cls, left, WSP_DEC_SCRATCH);
+        return wsp_read_text_value(p, out, cls, left, WSP_TEXT_CAPACITY);
     default:
         return kWspErrFail;
     }
@@ -106,7 +105,7 @@ int read_small_or_long(const uint8_t **cursor, uint16_t remaining, uint32_t *val
         return kWspOk;
     }
     if (cls == WSP_CLASS_SHORT_LENGTH) {
-        if (wsp_read_long_int(&p, value, wsp_long_int_avail(remaining)) != kWspOk) return kWspErrFail;
+        if (wsp_read_long_int(&p, value, remaining) != kWspOk) return kWspErrFail;
         *cursor = p;
         return kWspOk;
     }
@@ -118,7 +117,7 @@ int decode_charset(const uint8_t **cursor, char *out, uint16_t remaining) {
     const uint8_t *p = *cursor;
     if (read_small_or_long(&p, remaining, &mib) != kWspOk) return kWspErrFail;
     int row = wsp_find_code(wsp_charsets, WSP_CHARSET_ROWS, mib);
-    std::strcpy(out, row >= 0 ? wsp_charsets[row].name : "unknown-charset");
+    std::strcpy(out, row >= 0 ? wsp_charsets.name(static_cast<uint16_t>(row)) : "unknown-charset");
     *cursor = p;
     return kWspOk;
 }
@@ -145,12 +144,12 @@ int decode_differences(const uint8_t **cursor, char *out, uint16_t remaining) {
     uint8_t cls = wsp_class_of(p[0]);
     if (cls == WSP_CLASS_SHORT_INT) {
         uint8_t code = p[0] & 0x7F;
-        if (code > kHighestHeaderCode) return kWspErrFail;
-        std::strcpy(out, wsp_header_names[code]);
+        if (code >= WSP_HEADER_NAME_ROWS) return kWspErrFail;
+        std::strcpy(out, wsp_header_names.name(code));
         *cursor = p + 1;
         return kWspOk;
     }
-    if (cls == WSP_CLASS_TEXT) return wsp_read_token_text(cursor, out, remaining, WSP_DEC_SCRATCH);
+    if (cls == WSP_CLASS_TEXT) return wsp_read_token_text(cursor, out, remaining, WSP_TEXT_CAPACITY);
     return kWspErrFail;
 }
 
@@ -166,7 +165,7 @@ int decode_related_type(const uint8_t **cursor, char *out, uint16_t remaining) {
         *cursor = p + 1;
         return kWspOk;
     }
-    return wsp_read_text_value(cursor, out, cls, remaining, WSP_DEC_SCRATCH);
+    return wsp_read_text_value(cursor, out, cls, remaining, WSP_TEXT_CAPACITY);
 }
 
 int decode_max_age(const uint8_t **cursor, char *out, uint16_t remaining) {
@@ -175,7 +174,7 @@ int decode_max_age(const uint8_t **cursor, char *out, uint16_t remaining) {
     const uint8_t *p = *cursor;
     int status = wsp_decode_integer_text(&p, out, remaining);
     if (status != kWspOk) return status;
-    if (std::strlen(out) > WSP_DEC_TEXT_LIMIT) return kWspErrFail;
+    if (std::strlen(out) > WSP_TEXT_LIMIT) return kWspErrFail;
     *cursor = p;
     return kWspOk;
 }
@@ -195,7 +194,7 @@ int wsp_decode_integer_text(const uint8_t **cursor, char *out, uint16_t remainin
     if (cls != WSP_CLASS_SHORT_LENGTH) return kWspErrFail;
     if (first <= 4) {
         uint32_t v = 0;
-        if (wsp_read_long_int(&p, &v, wsp_long_int_avail(remaining)) != kWspOk) return kWspErrFail;
+        if (wsp_read_long_int(&p, &v, remaining) != kWspOk) return kWspErrFail;
         put_uint(out, v);
         *cursor = p;
         return kWspOk;
@@ -265,7 +264,7 @@ int wsp_decode_param_value(const uint8_t **cursor, char *out, uint8_t code, uint
     case 0x1C:
     case 0x1D:
         if (cls != WSP_CLASS_TEXT) return kWspErrFail;
-        return wsp_read_token_text(cursor, out, remaining, WSP_DEC_SCRATCH);
+        return wsp_read_token_text(cursor, out, remaining, WSP_TEXT_CAPACITY);
     case 0x13:
     case 0x14:
     case 0x15:

@@ -15,10 +15,9 @@ constexpr uint8_t kByteRange = 0;
 constexpr uint8_t kSuffixRange = 1;
 
 // Both headers take only a Short-length that does not exceed remaining.
-int open_short_length(const uint8_t *at, uint16_t remaining, wsp_value_reader *v) {
-    if (remaining == 0 || wsp_class_of(at[0]) != WSP_CLASS_SHORT_LENGTH) return kWspErrFail;
-    bool empty = false;
-    return wsp_open_length_form(at, remaining, v, &empty);
+bool open_short_length(uint32_t code, const uint8_t **cursor, uint16_t remaining, wsp_value_reader *v) {
+    int status = kWspOk;
+    return wsp_open_structured(code, cursor, remaining, v, &status, wsp_length_form::short_only);
 }
 
 // A uintvar position read within `bound` octets (never past the input).
@@ -30,10 +29,8 @@ int read_position(wsp_value_reader *v, uint16_t bound, uint32_t *value) {
 } // namespace
 
 int wsp_dec_content_range(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint16_t remaining) {
-    const char *name = wsp_decoded_header_name(code);
-    if (name == nullptr) return kWspErrFail;
     wsp_value_reader v;
-    if (open_short_length(*cursor, remaining, &v) != kWspOk) return kWspErrFail;
+    if (!open_short_length(code, cursor, remaining, &v)) return kWspErrFail;
 
     // "bytes <first>- /<entity length>": there is no last-byte position in
     // the text, deliberately.
@@ -56,19 +53,15 @@ int wsp_dec_content_range(uint32_t code, const uint8_t **cursor, wsp_buffer *out
         uint32_t entity = 0;
         if (read_position(&v, v.length, &entity) != kWspOk) return kWspErrFail;
         if (v.used() != v.length) return kWspErrFail;
-        if (!b.append_uint(entity, WSP_DEC_SCRATCH)) return kWspErrFail;
+        if (!b.append_uint(entity, WSP_TEXT_CAPACITY)) return kWspErrFail;
     }
 
-    int st = wsp_append_header_line(out, name, b.text);
-    if (st == kWspOk) *cursor = v.p;
-    return st;
+    return wsp_close_structured(code, b, v, out, wsp_line_writer::plain, cursor, wsp_cursor_rule::on_ok);
 }
 
 int wsp_dec_range(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint16_t remaining) {
-    const char *name = wsp_decoded_header_name(code);
-    if (name == nullptr) return kWspErrFail;
     wsp_value_reader v;
-    if (open_short_length(*cursor, remaining, &v) != kWspOk) return kWspErrFail;
+    if (!open_short_length(code, cursor, remaining, &v)) return kWspErrFail;
     if (v.peek_class() != WSP_CLASS_SHORT_INT) return kWspErrFail;
     uint8_t form = static_cast<uint8_t>(*v.p & 0x7F);
     v.p += 1;
@@ -94,6 +87,5 @@ int wsp_dec_range(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint16
     }
     if (v.used() != v.length) return kWspErrFail;
 
-    *cursor = v.p;
-    return wsp_add_header_line(out, name, b.text);
+    return wsp_close_structured(code, b, v, out, wsp_line_writer::merging, cursor, wsp_cursor_rule::always);
 }

@@ -26,10 +26,10 @@ int wsp_dec_content_id_switched(int text_allowed, uint32_t code, const uint8_t *
     if (quoted) ++p;
     wsp_text_builder value;
     int status = wsp_read_text_value(&p, value.text, WSP_CLASS_TEXT, wsp_octets_left(*cursor, remaining, p),
-                                     WSP_DEC_SCRATCH);
+                                     WSP_TEXT_CAPACITY);
     if (status != kWspOk) return status;
     value.sync();
-    if (value.len > WSP_DEC_TEXT_LIMIT) return kWspErrFail;
+    if (value.len > WSP_TEXT_LIMIT) return kWspErrFail;
     return wsp_write_value_line(code, value.text, out, wsp_line_writer::plain, cursor, p, wsp_cursor_rule::on_ok);
 }
 
@@ -47,7 +47,7 @@ int wsp_dec_pragma(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint1
         uint8_t pragma = 0;
         if (wsp_shortint_direct_decode(&p, &pragma) != kWspOk || pragma != kNoCache) return kWspErrFail;
         // The cursor moves whatever the merging writer answers.
-        return wsp_write_value_line(code, wsp_pragma_values[0].name, out, wsp_line_writer::merging, cursor, p,
+        return wsp_write_value_line(code, wsp_pragma_values.name(0), out, wsp_line_writer::merging, cursor, p,
                                     wsp_cursor_rule::always);
     }
     if (cls != WSP_CLASS_SHORT_LENGTH && cls != WSP_CLASS_LENGTH_QUOTE) return kWspErrFail;
@@ -64,7 +64,7 @@ int wsp_dec_pragma(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint1
     // A run that reaches past the end of the block would leave the cursor
     // before the end of its run after the one parameter: -214 either way.
     wsp_bounded_run run = wsp_bound_run(static_cast<uint16_t>(length), wsp_octets_left(start, remaining, p));
-    int status = wsp_decode_single_param(&p, run.run, value.text, WSP_DEC_SCRATCH);
+    int status = wsp_decode_single_param(&p, run.run, value.text, WSP_TEXT_CAPACITY);
     if (status != kWspOk) return status;
     if (run.cut) return kWspErrFail;
     return wsp_write_value_line(code, value.text, out, wsp_line_writer::merging, cursor, p, wsp_cursor_rule::always);

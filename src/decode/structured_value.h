@@ -56,33 +56,50 @@ struct wsp_value_reader {
     }
 };
 
-// Opens the common length form at `at` (remaining octets to the hard end):
-// class 1 is the octet 31 and a uintvar bounded by remaining - 1, class 0
-// the octet itself, which must not exceed remaining.  Any other class or a
-// bad length gives -214.  *empty is set for a Short-length of 0, the form
-// that callers pass over without writing a line.
-inline int wsp_open_length_form(const uint8_t *at, uint16_t remaining, wsp_value_reader *v, bool *empty) {
+// The length forms a structured value may open with.
+enum class wsp_length_form : uint8_t {
+    // Class 1 (the octet 31 and a uintvar bounded by remaining - 1) or class
+    // 0 (the octet itself, at most remaining); a Short-length of 0 is passed
+    // over without a line.
+    short_or_quoted,
+    // Class 0 alone; a length of 0 is read like any other.
+    short_only,
+};
+
+// The opening every structured decoder shares: the code must have a line
+// name, at least one octet must remain, and the value must open with
+// `form` at *cursor.  True when the value is open: `v` then reads it from the
+// first octet after the length.  Otherwise *status holds what the decoder
+// returns at once: -214 for a refusal, with *cursor left alone, or WSP_OK
+// for a Short-length of 0 in the short_or_quoted form, which moves *cursor
+// past its octet and writes no line.
+inline bool wsp_open_structured(uint32_t code, const uint8_t **cursor, uint16_t remaining, wsp_value_reader *v,
+                                int *status, wsp_length_form form = wsp_length_form::short_or_quoted) {
+    const uint8_t *at = *cursor;
+    *status = kWspErrFail;
+    if (wsp_decoded_header_name(code) == nullptr || remaining == 0) return false;
+    if (form == wsp_length_form::short_only && wsp_class_of(at[0]) != WSP_CLASS_SHORT_LENGTH) return false;
     const uint8_t *p = at;
     uint32_t length = 0;
-    if (remaining == 0) return kWspErrFail;
-    if (wsp_read_value_length(&p, remaining, &length) != kWspOk) return kWspErrFail;
+    if (wsp_read_value_length(&p, remaining, &length) != kWspOk) return false;
     v->p = p;
     v->start = p;
     v->end = at + remaining;
     v->length = static_cast<uint16_t>(length);
-    *empty = at[0] == 0;
-    return kWspOk;
+    if (form == wsp_length_form::short_or_quoted && at[0] == 0) {
+        *cursor = p;
+        *status = kWspOk;
+        return false;
+    }
+    return true;
 }
 
-// The opening every structured decoder shares: the length form at *cursor.
-// A Short-length of 0 moves *cursor past its octet and sets *done, and the
-// caller then returns WSP_OK without writing a line.
-inline int wsp_open_structured(const uint8_t **cursor, uint16_t remaining, wsp_value_reader *v, bool *done) {
-    bool empty = false;
-    if (wsp_open_length_form(*cursor, remaining, v, &empty) != kWspOk) return kWspErrFail;
-    if (empty) *cursor = v->p;
-    *done = empty;
-    return kWspOk;
+// The closing every structured decoder shares: writes the built text as
+// the code's line with `writer` and moves *cursor to where `v` stopped
+// reading, as `rule` says; returns the writer's status.
+inline int wsp_close_structured(uint32_t code, const wsp_text_builder &b, const wsp_value_reader &v, wsp_buffer *out,
+                                wsp_line_writer writer, const uint8_t **cursor, wsp_cursor_rule rule) {
+    return wsp_write_value_line(code, b.text, out, writer, cursor, v.p, rule);
 }
 
 // A parameter run decoder: wsp_decode_params or wsp_decode_param_list.
@@ -98,7 +115,7 @@ inline bool wsp_append_param_run(wsp_value_reader *v, wsp_text_builder *b, const
     uint16_t run = 0;
     if (separator != nullptr && !b->append(separator)) return false;
     if (!v->rest_as_run(&run)) return false;
-    if (decode(&v->p, run, b->text, WSP_DEC_SCRATCH) != kWspOk) return false;
+    if (decode(&v->p, run, b->text, WSP_TEXT_CAPACITY) != kWspOk) return false;
     b->sync();
     return true;
 }

@@ -26,12 +26,12 @@ int wsp_dec_text_value(uint32_t code, const uint8_t **cursor, wsp_buffer *out, u
     const char *name = wsp_decoded_header_name(code);
     if (name == nullptr) return kWspErrFail;
 
-    char *text = static_cast<char *>(std::calloc(WSP_DEC_LONG_TEXT, 1));
+    char *text = static_cast<char *>(std::calloc(WSP_LONG_TEXT_AREA, 1));
     if (text == nullptr) return kWspErrFail;
 
     const uint8_t *p = *cursor;
     int status;
-    if (wsp_read_text_string(&p, text, remaining, WSP_DEC_LONG_TEXT) != kWspOk) {
+    if (wsp_read_text_string(&p, text, remaining, WSP_LONG_TEXT_AREA) != kWspOk) {
         // Too long, cut short or holding a forbidden octet: all the same here.
         status = kWspErrFail;
     } else if (is_lone_wildcard(name, text)) {

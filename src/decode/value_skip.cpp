@@ -13,7 +13,7 @@ namespace {
 
 // The longest text wsp_skip_value passes over: its NUL must be one of the
 // first 197 octets.
-constexpr uint16_t kSkipTextOctets = 197;
+constexpr uint16_t kSkipTextOctets = WSP_TEXT_LIMIT;
 
 // Length-quote form: 31, a uintvar L, then L octets.  The uintvar is read
 // only from the octets after the 31 that lie before the hard end.

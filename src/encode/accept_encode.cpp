@@ -13,16 +13,6 @@
 
 namespace {
 
-bool ok(int status) { return static_cast<int16_t>(status) == static_cast<int16_t>(kWspOk); }
-
-// Rows of wsp_content_types that Accept may send as codes, by version index
-// (the same counts as the content-type version rows).
-constexpr uint16_t kAcceptMediaRows[4] = {46, 53, 55, 82};
-
-constexpr uint16_t kAcceptCharsetOld = 0x01;
-constexpr uint16_t kAcceptLanguage = 0x03;
-constexpr uint16_t kAcceptCharset = 0x3B;
-constexpr uint16_t kAcceptEncoding = 0x3C;
 
 // "*" in Accept-Charset is Any-charset (0), in Accept-Encoding any coding (3).
 constexpr uint32_t kAnyCharset = 0;
@@ -41,13 +31,13 @@ char *cut_item(char *element, char **rest) {
 
 // The header code octet that opens every element; an output left exactly
 // full by it is refused as well.
-bool write_element_code(uint16_t code, wsp_buffer *out) { return ok(wsp_append_short_int(code, out)); }
+bool write_element_code(uint16_t code, wsp_buffer *out) { return wsp_ok(wsp_append_short_int(code, out)); }
 
 // A list item without parameters: a known code in the list form, an
 // unknown item as plain text and NUL.
 int write_bare_item(int32_t code, const char *item, wsp_buffer *out) {
     int status = code >= 0 ? wsp_write_media_code(static_cast<uint32_t>(code), out) : wsp_append_plain_text(item, out);
-    return ok(status) ? kWspOk : kWspErrFail;
+    return wsp_ok(status) ? kWspOk : kWspErrFail;
 }
 
 // Inside a parameterised element the item is an Integer-value when known,
@@ -55,7 +45,7 @@ int write_bare_item(int32_t code, const char *item, wsp_buffer *out) {
 int write_item_in_scratch(int32_t code, const char *item, wsp_buffer *scratch) {
     int status = code >= 0 ? wsp_append_integer(static_cast<uint32_t>(code), scratch)
                            : wsp_append_text_string(item, scratch);
-    return ok(status) ? kWspOk : kWspErrFail;
+    return wsp_ok(status) ? kWspOk : kWspErrFail;
 }
 
 // One "q" or "q=value" parameter of an Accept-Charset/-Language/-Encoding
@@ -64,14 +54,14 @@ int write_q_param(char *param, wsp_buffer *scratch) {
     char *pos = param;
     char *name = wsp_enc_next_element(&pos, "=");
     if (name == nullptr) return kWspErrFail;
-    if (std::strcmp(name, wsp_param_names[0]) != 0) return kWspErrFail;
+    if (std::strcmp(name, wsp_param_names.name(0)) != 0) return kWspErrFail;
     char *value = wsp_enc_next_element(&pos, "=");
     if (value == nullptr) {
         const uint8_t zero = 0;
-        return ok(wsp_append_bytes(&zero, 1, scratch)) ? kWspOk : kWspErrFail;
+        return wsp_ok(wsp_append_bytes(&zero, 1, scratch)) ? kWspOk : kWspErrFail;
     }
     uint8_t fallback = 1;
-    return ok(wsp_encode_param_value(value, 0x00, scratch, &fallback)) ? kWspOk : kWspErrFail;
+    return wsp_ok(wsp_encode_param_value(value, 0x00, scratch, &fallback)) ? kWspOk : kWspErrFail;
 }
 
 } // namespace
@@ -79,7 +69,7 @@ int write_q_param(char *param, wsp_buffer *scratch) {
 int wsp_encode_accept(uint16_t code, char *value, wsp_buffer *out, uint8_t version_index) {
     if (version_index > 3) return kWspErrVersion;
     if (value == nullptr || out == nullptr) return kWspErrFail;
-    const uint16_t media_rows = kAcceptMediaRows[version_index];
+    const uint16_t media_rows = wsp_version_limits[version_index].content_type_rows;
 
     // Each element's scratch is sized on the whole value as handed in,
     // taken before the value is trimmed and cut into elements.
@@ -93,21 +83,21 @@ int wsp_encode_accept(uint16_t code, char *value, wsp_buffer *out, uint8_t versi
         if (!write_element_code(code, out)) return kWspErrFail;
 
         int row = wsp_find_name(wsp_content_types, media_rows, media, false);
-        int32_t media_code = row >= 0 ? static_cast<int32_t>(wsp_content_types[row].code & 0xFFFFu) : -1;
+        int32_t media_code = row >= 0 ? static_cast<int32_t>(wsp_content_types.code(static_cast<uint16_t>(row))) : -1;
 
         char *param = wsp_enc_next_element(&params, ";");
         if (param == nullptr) {
-            if (!ok(write_bare_item(media_code, media, out))) return kWspErrFail;
+            if (!wsp_ok(write_bare_item(media_code, media, out))) return kWspErrFail;
         } else {
             wsp_scratch scratch(scratch_size);
             if (!scratch.ok()) return kWspErrFail;
             wsp_buffer *encoded = scratch.get();
-            if (!ok(write_item_in_scratch(media_code, media, encoded))) return kWspErrFail;
+            if (!wsp_ok(write_item_in_scratch(media_code, media, encoded))) return kWspErrFail;
             do {
-                if (!ok(wsp_encode_param(param, encoded, version_index, nullptr))) return kWspErrFail;
+                if (!wsp_ok(wsp_encode_param(param, encoded, version_index, nullptr))) return kWspErrFail;
                 param = wsp_enc_next_element(&params, ";");
             } while (param != nullptr);
-            if (!ok(wsp_write_general_form(out, encoded))) return kWspErrFail;
+            if (!wsp_ok(wsp_write_general_form(out, encoded))) return kWspErrFail;
         }
         element = wsp_enc_next_element(&list, ",");
     }
@@ -115,21 +105,21 @@ int wsp_encode_accept(uint16_t code, char *value, wsp_buffer *out, uint8_t versi
 }
 
 int wsp_encode_accept_qlist(uint16_t code, char *value, wsp_buffer *out) {
-    const wsp_code_entry *table = nullptr;
+    const wsp_table *table = nullptr;
     uint16_t rows = 0;
     switch (code) {
-    case kAcceptCharsetOld:
-    case kAcceptCharset:
-        table = wsp_charsets;
+    case WSP_HDR_ACCEPT_CHARSET:
+    case WSP_HDR_ACCEPT_CHARSET_1_3:
+        table = &wsp_charsets;
         rows = WSP_CHARSET_ROWS;
         break;
-    case kAcceptLanguage:
+    case WSP_HDR_ACCEPT_LANGUAGE:
         // Two-letter rows first, then the names: "en" and "english" agree.
-        table = wsp_language_run;
+        table = &wsp_language_run;
         rows = WSP_LANGUAGE_RUN_ROWS;
         break;
-    case kAcceptEncoding:
-        table = wsp_content_codings;
+    case WSP_HDR_ACCEPT_ENCODING_1_3:
+        table = &wsp_content_codings;
         rows = WSP_CONTENT_CODING_ROWS;
         break;
     default:
@@ -137,7 +127,7 @@ int wsp_encode_accept_qlist(uint16_t code, char *value, wsp_buffer *out) {
     }
     // The older Accept-Charset and Accept-Language need at least one element
     // and take one parameter per element; the newer codes do not.
-    const bool strict = code == kAcceptCharsetOld || code == kAcceptLanguage;
+    const bool strict = code == WSP_HDR_ACCEPT_CHARSET || code == WSP_HDR_ACCEPT_LANGUAGE;
     if (value == nullptr || out == nullptr) return kWspErrFail;
 
     const uint16_t scratch_size = wsp_enc_scratch_size(value);
@@ -152,31 +142,31 @@ int wsp_encode_accept_qlist(uint16_t code, char *value, wsp_buffer *out) {
         if (!write_element_code(code, out)) return kWspErrFail;
 
         int32_t item_code = -1;
-        if (code == kAcceptCharset && std::strcmp(item, "*") == 0) {
+        if (code == WSP_HDR_ACCEPT_CHARSET_1_3 && std::strcmp(item, "*") == 0) {
             item_code = kAnyCharset;
-        } else if (code == kAcceptEncoding && std::strcmp(item, "*") == 0) {
+        } else if (code == WSP_HDR_ACCEPT_ENCODING_1_3 && std::strcmp(item, "*") == 0) {
             item_code = kAnyCoding;
         } else {
-            int row = wsp_find_name(table, rows, item, false);
-            if (row >= 0) item_code = static_cast<int32_t>(table[row].code & 0xFFFFu);
+            int row = wsp_find_name(*table, rows, item, false);
+            if (row >= 0) item_code = static_cast<int32_t>(table->code(static_cast<uint16_t>(row)));
         }
 
         char *param = wsp_enc_next_element(&params, ";");
         if (param == nullptr) {
-            if (!ok(write_bare_item(item_code, item, out))) return kWspErrFail;
+            if (!wsp_ok(write_bare_item(item_code, item, out))) return kWspErrFail;
         } else {
             wsp_scratch scratch(scratch_size);
             if (!scratch.ok()) return kWspErrFail;
             wsp_buffer *encoded = scratch.get();
-            if (!ok(write_item_in_scratch(item_code, item, encoded))) return kWspErrFail;
+            if (!wsp_ok(write_item_in_scratch(item_code, item, encoded))) return kWspErrFail;
             uint16_t param_count = 0;
             do {
                 if (strict && param_count > 0) return kWspErrFail;
-                if (!ok(write_q_param(param, encoded))) return kWspErrFail;
+                if (!wsp_ok(write_q_param(param, encoded))) return kWspErrFail;
                 ++param_count;
                 param = wsp_enc_next_element(&params, ";");
             } while (param != nullptr);
-            if (!ok(wsp_write_general_form(out, encoded))) return kWspErrFail;
+            if (!wsp_ok(wsp_write_general_form(out, encoded))) return kWspErrFail;
         }
         ++written;
         element = wsp_enc_next_element(&list, ",");

@@ -13,7 +13,7 @@ namespace {
 // run past 127), or the id itself as Token-text.
 int append_app_id(const char *element, wsp_buffer *out) {
     int row = wsp_find_name(wsp_push_app_ids, WSP_PUSH_APP_ID_ROWS, element, false);
-    int status = row >= 0 ? wsp_append_integer(static_cast<uint16_t>(wsp_push_app_ids[row].code), out)
+    int status = row >= 0 ? wsp_append_integer(wsp_push_app_ids.code(static_cast<uint16_t>(row)), out)
                           : wsp_tokentext_encode_buff(element, out);
     return status == kWspOk ? kWspOk : kWspErrFail;
 }
@@ -26,7 +26,7 @@ int wsp_encode_app_id(uint8_t code, char *value, wsp_buffer *out, uint8_t versio
     char *element = wsp_enc_next_element(&cursor, ",");
     // No id at all: nothing is written, not even the code octet, and the
     // call succeeds.  Kept on purpose; callers rely on an empty line
-    // vanishing from the block.
+    // vanishing from the block (EncodeAppId.EmptyValueWritesNothingAtAll).
     if (element == nullptr) return kWspOk;
     if (wsp_write_code_octet(code, out) != kWspOk) return kWspErrFail;
     if (append_app_id(element, out) != kWspOk) return kWspErrFail;

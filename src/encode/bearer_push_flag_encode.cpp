@@ -5,7 +5,6 @@
 
 namespace {
 
-constexpr uint8_t kPushFlag = 0x34;
 // Push-Flag carries three flag bits.
 constexpr uint32_t kHighestPushFlag = 7;
 
@@ -21,7 +20,7 @@ int wsp_encode_bearer_push_flag(uint8_t code, char *value, wsp_buffer *out, uint
     // Read the way strtoul reads it: text that is no number counts as 0,
     // trailing characters are ignored, a minus sign wraps.
     uint32_t number = wsp_strtou32(element, nullptr, 10);
-    if (code == kPushFlag && number > kHighestPushFlag) return kWspErrFail;
+    if (code == WSP_HDR_PUSH_FLAG && number > kHighestPushFlag) return kWspErrFail;
     if (wsp_append_integer(number, out) != kWspOk) return kWspErrFail;
     // One number per header.
     if (wsp_enc_next_element(&cursor, ",") != nullptr) return kWspErrFail;

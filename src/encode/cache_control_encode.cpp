@@ -13,7 +13,6 @@
 namespace {
 
 // Only the newest Cache-Control code knows "s-maxage", the last directive.
-constexpr uint8_t kNewestCacheControl = 0x47;
 
 enum : int {
     kNoCache = 0,
@@ -29,7 +28,7 @@ enum : int {
 };
 
 uint16_t directive_rows(uint8_t code) {
-    return code == kNewestCacheControl ? WSP_CACHE_DIRECTIVE_ROWS : static_cast<uint16_t>(WSP_CACHE_DIRECTIVE_ROWS - 1);
+    return code == WSP_HDR_CACHE_CONTROL_1_4 ? WSP_CACHE_DIRECTIVE_ROWS : static_cast<uint16_t>(WSP_CACHE_DIRECTIVE_ROWS - 1);
 }
 
 bool requires_argument(int row) { return row == kMaxAge || row == kMinFresh; }
@@ -55,7 +54,7 @@ int append_field_names(char *argument, wsp_buffer *scratch) {
     uint16_t written = 0;
     char *name;
     while ((name = wsp_enc_next_element(&cursor, ",")) != nullptr) {
-        int header = wsp_find_list_name(wsp_header_names, WSP_HEADER_NAME_ROWS, name, false);
+        int header = wsp_find_name(wsp_header_names, WSP_HEADER_NAME_ROWS, name, false);
         int status = header >= 0 ? wsp_append_integer(static_cast<uint32_t>(header), scratch)
                                  : wsp_tokentext_encode_buff(name, scratch);
         if (status != kWspOk) return kWspErrArg;
@@ -76,7 +75,7 @@ int encode_directive(uint8_t code, char *directive, uint16_t scratch_size, wsp_b
     char *name = wsp_enc_next_element(&cursor, "=");
     if (name == nullptr) name = directive; // an empty directive: written as an empty token
     char *argument = wsp_enc_next_element(&cursor, "=");
-    int row = wsp_find_list_name(wsp_cache_directives, directive_rows(code), name, false);
+    int row = wsp_find_name(wsp_cache_directives, directive_rows(code), name, false);
 
     if (argument == nullptr) {
         if (requires_argument(row)) return kWspErrArg;

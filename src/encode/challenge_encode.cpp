@@ -12,7 +12,6 @@
 
 namespace {
 
-constexpr uint8_t kWwwAuthenticate = 0x2D;
 constexpr char kRealm[] = "realm";
 constexpr size_t kRealmLength = sizeof kRealm - 1;
 
@@ -89,7 +88,7 @@ int wsp_encode_challenge(uint8_t code, char *value, wsp_buffer *out, uint8_t ver
     if (value == nullptr) return kWspErrFail;
     const uint16_t scratch_size = wsp_enc_scratch_size(value);
     char *text = wsp_enc_prepare(value, false);
-    if (code != kWwwAuthenticate) {
+    if (code != WSP_HDR_WWW_AUTHENTICATE) {
         // Proxy-Authenticate: the whole value is one challenge.
         return encode_one_challenge(code, text, out, version_index, scratch_size, false);
     }

@@ -16,7 +16,7 @@ constexpr uint32_t kCloseSubordinate = 0;
 
 int wsp_encode_content_id(uint8_t code, char *value, wsp_buffer *out, uint8_t version_index) {
     // The identifier is lower-cased along with everything else; kept on
-    // purpose, callers rely on it.
+    // purpose, callers rely on it (EncodeContentId.QuotedStringOfTheLowerCasedId).
     char *text = wsp_enc_prepare(value, true);
     if (text == nullptr) return kWspErrFail;
     size_t length = std::strlen(text);

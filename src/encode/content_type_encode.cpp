@@ -11,14 +11,13 @@
 #include "primitives.h"
 #include "scratch.h"
 #include "tables.h"
+#include "text_limits.h"
 
 namespace {
 
-bool ok(int status) { return static_cast<int16_t>(status) == static_cast<int16_t>(kWspOk); }
-
 // The whole parameterised value (media and parameters) is built here and
 // must fit; a longer value is refused with -214.
-constexpr uint16_t kContentScratchSize = 150;
+constexpr uint16_t kContentScratchSize = WSP_CONTENT_TYPE_CAPACITY;
 
 // A media code above 127 is first written as a Long-integer into a 5-byte
 // area (length octet and at most four code octets).  wsp_encode_content
@@ -61,15 +60,6 @@ class text_copy {
     char *text_;
 };
 
-// Row of the version text in wsp_content_type_versions, -1 when unknown.
-int content_version_row(const char *version) {
-    if (version == nullptr) return -1;
-    for (uint16_t row = 0; row < WSP_VERSION_ROWS; ++row) {
-        if (std::strcmp(wsp_content_type_versions[row].name, version) == 0) return row;
-    }
-    return -1;
-}
-
 // Builds the Long-integer of code at the start of area (kLongCodeArea
 // zeroed bytes) and returns its size N (length octet plus code octets).
 uint16_t build_long_code(uint32_t code, uint8_t *area) {
@@ -90,13 +80,13 @@ int write_long_media_code(uint32_t code, bool from_n, wsp_buffer *out) {
     uint8_t bytes[1 + kLongCodeLimit] = {};
     bytes[0] = static_cast<uint8_t>(n);
     std::memcpy(bytes + 1, area + (from_n ? n : 0), n);
-    return ok(wsp_append_bytes(bytes, static_cast<uint16_t>(n + 1), out)) ? kWspOk : kWspErrFail;
+    return wsp_ok(wsp_append_bytes(bytes, static_cast<uint16_t>(n + 1), out)) ? kWspOk : kWspErrFail;
 }
 
 // The value of a null or empty content type: a single 00.
 int write_empty_content(wsp_buffer *out) {
     const uint8_t zero = 0;
-    return ok(wsp_append_bytes(&zero, 1, out)) ? kWspOk : kWspErrFail;
+    return wsp_ok(wsp_append_bytes(&zero, 1, out)) ? kWspOk : kWspErrFail;
 }
 
 // A known media code in wsp_encode_content's own form.  Above 127 the N
@@ -106,7 +96,7 @@ int write_empty_content(wsp_buffer *out) {
 // library's output have been built against; keep it.  The list encoders
 // use wsp_write_media_code and are not affected.
 int write_content_media_code(uint32_t code, wsp_buffer *out) {
-    if (code <= 127) return ok(wsp_append_short_int(code, out)) ? kWspOk : kWspErrFail;
+    if (code <= 127) return wsp_ok(wsp_append_short_int(code, out)) ? kWspOk : kWspErrFail;
     return write_long_media_code(code, true, out);
 }
 
@@ -114,24 +104,25 @@ int write_content_media_code(uint32_t code, wsp_buffer *out) {
 
 int wsp_write_media_code(uint32_t code, wsp_buffer *out) {
     if (out == nullptr) return kWspErrFail;
-    if (code <= 127) return ok(wsp_append_short_int(code, out)) ? kWspOk : kWspErrFail;
+    if (code <= 127) return wsp_ok(wsp_append_short_int(code, out)) ? kWspOk : kWspErrFail;
     return write_long_media_code(code, false, out);
 }
 
 // The general form is exactly a Value-length followed by the bytes: the
-// length octets are counted before the room test, callers rely on it.
+// length octets are counted before the room test, callers rely on it
+// (WriteGeneralForm.LengthOctetsStayCountedWhenTheValueDoesNotFit).
 int wsp_write_general_form(wsp_buffer *out, const wsp_buffer *scratch) {
     if (out == nullptr || scratch == nullptr) return kWspErrFail;
-    return ok(wsp_append_value_block(out, scratch)) ? kWspOk : kWspErrFail;
+    return wsp_ok(wsp_append_value_block(out, scratch)) ? kWspOk : kWspErrFail;
 }
 
 extern "C" WSP_API int wsp_encode_content(const char *text, wsp_buffer *out, const char *version) {
-    int row = content_version_row(version);
+    int row = wsp_version_index(version);
     if (row < 0) return kWspErrVersion;
     // A missing output (or one without data) is refused rather than written
     // through a null pointer.
     if (out == nullptr || out->data == nullptr) return kWspErrFail;
-    const uint16_t limit = static_cast<uint16_t>(wsp_content_type_versions[row].code);
+    const uint16_t limit = wsp_version_limits[row].content_type_rows;
     const uint8_t version_index = static_cast<uint8_t>(row);
 
     if (text == nullptr) return write_empty_content(out);
@@ -145,13 +136,13 @@ extern "C" WSP_API int wsp_encode_content(const char *text, wsp_buffer *out, con
     // Only the version's leading rows may be sent as a code; the scan runs
     // downward so that the highest admitted row wins.
     int found = wsp_find_name_down(wsp_content_types, static_cast<int>(limit) - 1, media, true);
-    uint32_t code = found >= 0 ? (wsp_content_types[found].code & 0xFFFFu) : 0;
+    uint32_t code = found >= 0 ? wsp_content_types.code(static_cast<uint16_t>(found)) : 0;
 
     char *param = wsp_enc_next_element(&pos, ";");
     if (param == nullptr) {
         // Extension-media goes out as plain text and NUL: no 127 quote, even
         // when the first octet is 128 or above.
-        if (found < 0) return ok(wsp_append_plain_text(media, out)) ? kWspOk : kWspErrFail;
+        if (found < 0) return wsp_ok(wsp_append_plain_text(media, out)) ? kWspOk : kWspErrFail;
         return write_content_media_code(code, out);
     }
 
@@ -159,9 +150,9 @@ extern "C" WSP_API int wsp_encode_content(const char *text, wsp_buffer *out, con
     if (!scratch.ok()) return kWspErrFail;
     wsp_buffer *value = scratch.get();
     int status = found >= 0 ? wsp_append_integer(code, value) : wsp_append_plain_text(media, value);
-    if (!ok(status)) return kWspErrFail;
+    if (!wsp_ok(status)) return kWspErrFail;
     do {
-        if (!ok(wsp_encode_param(param, value, version_index, media))) return kWspErrFail;
+        if (!wsp_ok(wsp_encode_param(param, value, version_index, media))) return kWspErrFail;
         param = wsp_enc_next_element(&pos, ";");
     } while (param != nullptr);
     return wsp_write_general_form(out, value);

@@ -25,10 +25,11 @@
 #include "encoder_support.h"
 #include "primitives.h"
 #include "scratch.h"
+#include "text_limits.h"
 
 namespace {
 
-constexpr uint16_t kCookieArea = 198;
+constexpr uint16_t kCookieArea = WSP_TEXT_CAPACITY;
 
 // Walks the items of a cookie list: pieces cut at ";", each cut again at
 // ",".  Both cuts follow the tokenizer's rules (quoted sections stay whole,

@@ -47,7 +47,7 @@ int wsp_encode_credentials(uint8_t code, char *value, wsp_buffer *out, uint8_t v
 
     wsp_scratch scratch(scratch_size);
     if (!scratch.ok()) return kWspErrFail;
-    int status = wsp_find_list_name(wsp_auth_schemes, 1, scheme, false) >= 0
+    int status = wsp_find_name(wsp_auth_schemes, 1, scheme, false) >= 0
                      ? append_basic(cursor, scratch.get())
                      : append_other_scheme(scheme, cursor, scratch.get(), version_index);
     if (status != kWspOk) return kWspErrFail;

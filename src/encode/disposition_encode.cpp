@@ -19,7 +19,7 @@ int wsp_encode_disposition(uint8_t code, char *value, wsp_buffer *out, uint8_t v
     wsp_scratch scratch(scratch_size);
     if (!scratch.ok()) return kWspErrFail;
     wsp_buffer *body = scratch.get();
-    int row = wsp_find_list_name(wsp_dispositions, WSP_DISPOSITION_ROWS, disposition, false);
+    int row = wsp_find_name(wsp_dispositions, WSP_DISPOSITION_ROWS, disposition, false);
     int status = row >= 0 ? wsp_append_short_int(static_cast<uint32_t>(row), body)
                           : wsp_tokentext_encode_buff(disposition, body);
     if (status != kWspOk) return kWspErrFail;

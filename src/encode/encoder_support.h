@@ -1,6 +1,6 @@
 // Steps shared by the well-known header value encoders: preparing the value
 // text, walking its list elements, sizing a value scratch, and the few
-// writers that several families need on top of the primitive ones.
+// writers that several value encoders need on top of the primitive ones.
 #ifndef WSP_ENCODE_ENCODER_SUPPORT_H
 #define WSP_ENCODE_ENCODER_SUPPORT_H
 
@@ -10,7 +10,7 @@
 
 // Trims the value in place and, when `lower` is set, lower-cases what is
 // left.  Returns the start of the trimmed text, or nullptr for a null value
-// (every family refuses a null value with -214).
+// (every value encoder refuses a null value with -214).
 char *wsp_enc_prepare(char *value, bool lower);
 
 // The next element of a list cut at the one-character delimiter `delim`
@@ -19,7 +19,7 @@ char *wsp_enc_prepare(char *value, bool lower);
 // trimmed.  nullptr when the list is done.
 char *wsp_enc_next_element(char **cursor, const char *delim);
 
-// Capacity of the scratch in which a family builds the part of a value that
+// Capacity of the scratch in which a value encoder builds the part of a value that
 // follows its Value-length: the length of the whole value text as it was
 // handed in (leading blanks included) plus one, in 16 bits.
 uint16_t wsp_enc_scratch_size(const char *value);

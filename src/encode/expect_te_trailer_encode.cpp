@@ -64,7 +64,7 @@ int build_te_coding(char *element, wsp_buffer *body) {
     // first (empty) row of the coding table and so goes out as 0x80.
     if (coding == nullptr) coding = element;
     wsp_trim(&coding);
-    int row = wsp_find_list_name(wsp_transfer_codings, WSP_TRANSFER_CODING_ROWS, coding, false);
+    int row = wsp_find_name(wsp_transfer_codings, WSP_TRANSFER_CODING_ROWS, coding, false);
     int status = row >= 0 ? wsp_append_integer(static_cast<uint32_t>(row), body)
                           : wsp_tokentext_encode_buff(coding, body);
     if (status != kWspOk) return kWspErrFail;
@@ -153,7 +153,7 @@ int wsp_encode_trailer(uint8_t code, char *value, wsp_buffer *out, uint8_t versi
         // The message framing headers may not be announced as trailers.
         if (is_refused_trailer(element)) return kWspErrFail;
         // Upward over all 72 names: a name given twice takes its lowest code.
-        int row = wsp_find_list_name(wsp_header_names, WSP_HEADER_NAME_ROWS, element, false);
+        int row = wsp_find_name(wsp_header_names, WSP_HEADER_NAME_ROWS, element, false);
         int status = row >= 0 ? wsp_append_integer(static_cast<uint32_t>(row), out)
                               : wsp_tokentext_encode_buff(element, out);
         if (status != kWspOk) return kWspErrFail;

@@ -10,10 +10,9 @@
 #include "primitives.h"
 #include "switches.h"
 #include "tables.h"
+#include "text_limits.h"
 
 namespace {
-
-bool ok(int status) { return static_cast<int16_t>(status) == static_cast<int16_t>(kWspOk); }
 
 constexpr uint8_t kDefaultPage = 1;
 constexpr uint8_t kFirstExtensionPage = 0x10;
@@ -25,14 +24,9 @@ constexpr uint8_t kShiftDelimiter = 0x7F;
 // a larger count means a broken record.
 constexpr uint8_t kMaxExtensionNames = 128;
 
-constexpr uint8_t kCodeAccept = 0x00;
-constexpr uint8_t kCodeContentType = 0x11;
-constexpr uint8_t kCodeCookie = 0x42;
-constexpr uint8_t kCodeEncodingVersion = 0x43;
-
-// Longest Cookie value (with its NUL) the Cookie test copies.
-constexpr size_t kCookieValueMax = 198;
-static_assert(WSP_COOKIE_SCRATCH > kCookieValueMax, "the Cookie copy and its NUL fit the scratch");
+// Longest Cookie value (with its NUL) the Cookie test copies into its
+// WSP_TEXT_AREA scratch.
+constexpr size_t kCookieValueMax = WSP_TEXT_CAPACITY;
 
 // What one call keeps while it walks the records.
 struct block_state {
@@ -72,20 +66,16 @@ bool next_line(char **cursor, text_line *line) {
 // version text is an unknown one.
 void find_version(block_state *state) {
     state->version_index = WSP_VERSION_UNKNOWN;
-    if (state->version == nullptr) return;
-    for (uint16_t row = 0; row < WSP_VERSION_ROWS; ++row) {
-        if (std::strcmp(wsp_header_versions[row].name, state->version) == 0) {
-            state->limit = static_cast<uint8_t>(wsp_header_versions[row].code - 1);
-            state->version_index = static_cast<uint8_t>(row);
-            return;
-        }
-    }
+    int row = wsp_version_index(state->version);
+    if (row < 0) return;
+    state->limit = static_cast<uint8_t>(wsp_version_limits[row].header_end - 1);
+    state->version_index = static_cast<uint8_t>(row);
 }
 
 // Token-text name, then the value as a Text-string as it stands.
 int write_application_header(const char *name, const char *value, wsp_buffer *out) {
-    if (!ok(wsp_tokentext_encode_buff(name, out))) return kWspErrFail;
-    return ok(wsp_append_text_string(value, out)) ? kWspOk : kWspErrFail;
+    if (!wsp_ok(wsp_tokentext_encode_buff(name, out))) return kWspErrFail;
+    return wsp_ok(wsp_append_text_string(value, out)) ? kWspOk : kWspErrFail;
 }
 
 enum class cookie_test { encode, application_header, fail };
@@ -98,7 +88,7 @@ enum class cookie_test { encode, application_header, fail };
 cookie_test test_cookie(const char *value) {
     size_t length = std::strlen(value);
     if (length + 1 > kCookieValueMax) return cookie_test::fail;
-    char copy[WSP_COOKIE_SCRATCH] = {};
+    char copy[WSP_TEXT_AREA] = {};
     std::memcpy(copy, value, length + 1);
     wsp_str_lower(copy);
     // copy + 8 stays inside the zeroed scratch even for short values.
@@ -117,12 +107,12 @@ cookie_test test_cookie(const char *value) {
 int encode_page1_line(block_state *state, const text_line &line, int *remembered) {
     find_version(state);
     wsp_str_lower(line.name);
-    int found = wsp_find_list_name_down(wsp_header_names, state->limit, line.name, false);
+    int found = wsp_find_name_down(wsp_header_names, state->limit, line.name, false);
     if (found >= 0) *remembered = found;
 
     // The content type travels outside the header block.
-    if (*remembered == kCodeContentType) return kWspErrFail;
-    if (*remembered == kCodeCookie) {
+    if (*remembered == WSP_HDR_CONTENT_TYPE) return kWspErrFail;
+    if (*remembered == WSP_HDR_COOKIE) {
         cookie_test verdict = test_cookie(line.value);
         if (verdict == cookie_test::fail) return kWspErrFail;
         if (verdict == cookie_test::application_header) {
@@ -132,8 +122,8 @@ int encode_page1_line(block_state *state, const text_line &line, int *remembered
     if (found < 0) return write_application_header(line.name, line.value, state->out);
 
     const uint8_t code = static_cast<uint8_t>(found);
-    if (code == kCodeAccept) return wsp_encode_accept(kCodeAccept, line.value, state->out, state->version_index);
-    if (code == kCodeEncodingVersion && device_encoding_version_as_text() == 1) {
+    if (code == WSP_HDR_ACCEPT) return wsp_encode_accept(WSP_HDR_ACCEPT, line.value, state->out, state->version_index);
+    if (code == WSP_HDR_ENCODING_VERSION && device_encoding_version_as_text() == 1) {
         return write_application_header(line.name, line.value, state->out);
     }
     // Profile, Profile-Diff, Profile-Warning and Set-Cookie are recognised
@@ -160,8 +150,8 @@ int encode_extension_line(const wsp_hdr_page &page, const text_line &line, wsp_b
         }
     }
     if (!matched) status = wsp_tokentext_encode_buff(line.name, out);
-    if (!ok(status)) return kWspErrFail;
-    return ok(wsp_append_text_string(line.value, out)) ? kWspOk : kWspErrFail;
+    if (!wsp_ok(status)) return kWspErrFail;
+    return wsp_ok(wsp_append_text_string(line.value, out)) ? kWspOk : kWspErrFail;
 }
 
 // Walks the lines of one record.  The consumed count adds each line's step
@@ -183,7 +173,7 @@ int encode_lines(block_state *state, const wsp_hdr_page &page, char *cursor) {
         }
         int status = extension ? encode_extension_line(page, line, state->out)
                                : encode_page1_line(state, line, &remembered);
-        if (!ok(status)) return kWspErrFail;
+        if (!wsp_ok(status)) return kWspErrFail;
         consumed = static_cast<uint16_t>(consumed + line.step);
         if (consumed >= text_length) break;
     }
@@ -194,7 +184,7 @@ int encode_lines(block_state *state, const wsp_hdr_page &page, char *cursor) {
 // so that no byte lands past size.
 bool append_switch(const uint8_t *octets, uint16_t n, wsp_buffer *out) {
     if (static_cast<uint32_t>(out->length) + n > out->size) return false;
-    return ok(wsp_append_bytes(octets, n, out));
+    return wsp_ok(wsp_append_bytes(octets, n, out));
 }
 
 // One page record: its switch octets, then its lines.
@@ -250,7 +240,7 @@ extern "C" WSP_API int wsp_enc_hdr(wsp_hdr_page_list *pages, wsp_hdrbuf *out, co
 
     block_state state{buffer, version, 0, WSP_VERSION_UNKNOWN};
     for (uint16_t i = 0; i < pages->count; ++i) {
-        if (!ok(encode_record(&state, pages->pages[i], i))) {
+        if (!wsp_ok(encode_record(&state, pages->pages[i], i))) {
             // The bytes written so far go with the buffer.
             wsp_dealloc_hdrbuf(out);
             return kWspErrFail;

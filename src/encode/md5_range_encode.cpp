@@ -8,7 +8,6 @@
 
 namespace {
 
-constexpr uint8_t kNewerContentRange = 0x3E;
 constexpr uint8_t kDigestLength = 16;
 constexpr uint8_t kFirstBytePosRange = 0; // Short-integer 0x80
 constexpr uint8_t kSuffixRange = 1;       // Short-integer 0x81
@@ -77,7 +76,7 @@ int wsp_encode_content_range(uint8_t code, char *value, wsp_buffer *out, uint8_t
     body.data = part;
     body.size = sizeof part;
     if (wsp_append_uintvar(byte_position(first), &body) != kWspOk) return kWspErrFail;
-    int status = code == kNewerContentRange && std::strcmp(entity_length, "*") == 0
+    int status = code == WSP_HDR_CONTENT_RANGE_1_3 && std::strcmp(entity_length, "*") == 0
                      ? wsp_append_short_int(kUnknownLength, &body)
                      : wsp_append_uintvar(byte_position(entity_length), &body);
     if (status != kWspOk || body.length >= 31) return kWspErrFail;

@@ -9,9 +9,6 @@
 
 namespace {
 
-constexpr uint8_t kAge = 0x05;
-constexpr uint8_t kContentLength = 0x0D;
-constexpr uint8_t kMaxForwards = 0x1E;
 
 } // namespace
 
@@ -20,7 +17,7 @@ int wsp_encode_number_or_text(uint8_t code, char *value, wsp_buffer *out, uint8_
     if (wsp_write_code_octet(code, out) != kWspOk) return kWspErrFail;
     char *text = wsp_enc_prepare(value, false);
     int status;
-    if (code == kAge || code == kContentLength || code == kMaxForwards) {
+    if (code == WSP_HDR_AGE || code == WSP_HDR_CONTENT_LENGTH || code == WSP_HDR_MAX_FORWARDS) {
         status = wsp_append_integer_text(text, out);
     } else {
         status = wsp_append_text_string(text, out);

@@ -15,10 +15,6 @@
 
 namespace {
 
-bool ok(int status) { return static_cast<int16_t>(status) == static_cast<int16_t>(kWspOk); }
-
-// Number of leading wsp_param_names entries each version may send.
-constexpr uint8_t kParamLimit[4] = {9, 12, 17, 30};
 
 constexpr int kUntyped = -1; // no admitted code: the parameter goes out untyped
 constexpr int kRefused = -2; // the media type does not allow the parameter
@@ -58,9 +54,11 @@ bool is_connectivity_wbxml(const char *media) {
 // is allowed.  "type" (0x09) outside multipart/related is passed over so
 // that the search goes on down to the older "type" (0x03).
 int find_param_code(const char *name, uint8_t limit, const char *media) {
-    for (int c = static_cast<int>(limit) - 1; c >= 0; --c) {
-        const char *candidate = wsp_param_names[c];
-        if (candidate == nullptr || wsp_strcasecmp(candidate, name) != 0) continue;
+    uint16_t rows[WSP_PARAM_ROWS_PER_NAME];
+    uint16_t count = wsp_find_name_rows(wsp_param_names, name, true, rows, WSP_PARAM_ROWS_PER_NAME);
+    while (count > 0) {
+        const int c = rows[--count];
+        if (c >= limit) continue;
         switch (c) {
         case kParamTypeRelated:
             if (is_multipart_related(media)) return c;
@@ -87,8 +85,8 @@ int append_octet(uint8_t octet, wsp_buffer *out) { return wsp_append_bytes(&octe
 // mark, else as Token-text (an empty value is an empty Token-text, a lone
 // 00).
 int write_untyped(const char *name, const char *value, wsp_buffer *out) {
-    if (!ok(wsp_tokentext_encode_buff(name, out))) return kWspErrFail;
-    return ok(wsp_append_untyped_value(value, out)) ? kWspOk : kWspErrFail;
+    if (!wsp_ok(wsp_tokentext_encode_buff(name, out))) return kWspErrFail;
+    return wsp_ok(wsp_append_untyped_value(value, out)) ? kWspOk : kWspErrFail;
 }
 
 // q from text.  The integer part must be 0 or 1.  A q of one goes out as a
@@ -106,7 +104,7 @@ int write_qvalue(char *text, wsp_buffer *out, uint8_t *fallback) {
     }
     char *pos = text;
     char *integer_part = wsp_strtoken(&pos, ".");
-    if (integer_part == nullptr) return ok(append_octet(0x00, out)) ? kWspOk : kWspErrFail;
+    if (integer_part == nullptr) return wsp_ok(append_octet(0x00, out)) ? kWspOk : kWspErrFail;
 
     // Both parts are read as decimal numbers, the way the rest of the
     // library reads numbers: "00.5" is 0.5, and a part that is no number
@@ -118,7 +116,7 @@ int write_qvalue(char *text, wsp_buffer *out, uint8_t *fallback) {
             *fallback = 0;
             return kWspErrFail;
         }
-        return ok(append_octet(0x00, out)) ? kWspOk : kWspErrFail;
+        return wsp_ok(append_octet(0x00, out)) ? kWspOk : kWspErrFail;
     }
     if (integer != 0) {
         *fallback = 0;
@@ -136,7 +134,7 @@ int write_qvalue(char *text, wsp_buffer *out, uint8_t *fallback) {
             q = f + 100;
         }
     }
-    if (!ok(wsp_append_uintvar(q, out))) {
+    if (!wsp_ok(wsp_append_uintvar(q, out))) {
         // Only one octet of room was tested above; a longer code that does
         // not fit is refused like the missing room.
         *fallback = 0;
@@ -157,7 +155,7 @@ int write_small_number(const char *value, wsp_buffer *out) {
 // last one the output can take.
 int write_secure(wsp_buffer *out) {
     if (out->length >= out->size) return kWspErrFail;
-    if (!ok(append_octet(0x00, out))) return kWspErrFail;
+    if (!wsp_ok(append_octet(0x00, out))) return kWspErrFail;
     return out->length >= out->size ? kWspErrFail : kWspOk;
 }
 
@@ -186,7 +184,7 @@ int wsp_encode_param_value(char *value, uint8_t code, wsp_buffer *out, uint8_t *
     case kParamCharset: {
         int row = wsp_find_name(wsp_charsets, WSP_CHARSET_ROWS, value, true);
         if (row < 0) return kWspErrFail;
-        status = wsp_append_integer(wsp_charsets[row].code & 0xFFFFu, out);
+        status = wsp_append_integer(wsp_charsets.code(static_cast<uint16_t>(row)), out);
         break;
     }
     case kParamLevel:
@@ -207,7 +205,7 @@ int wsp_encode_param_value(char *value, uint8_t code, wsp_buffer *out, uint8_t *
         status = wsp_append_text_string(value, out);
         break;
     case kParamDifferences: {
-        int field = wsp_find_list_name(wsp_header_names, WSP_HEADER_NAME_ROWS, value, true);
+        int field = wsp_find_name(wsp_header_names, WSP_HEADER_NAME_ROWS, value, true);
         status = field >= 0 ? wsp_append_short_int(static_cast<uint32_t>(field), out)
                             : wsp_tokentext_encode_buff(value, out);
         break;
@@ -242,13 +240,13 @@ int wsp_encode_param_value(char *value, uint8_t code, wsp_buffer *out, uint8_t *
                                                          : wsp_tokentext_encode_buff(value, out);
         break;
     }
-    return ok(status) ? kWspOk : kWspErrFail;
+    return wsp_ok(status) ? kWspOk : kWspErrFail;
 }
 
 int wsp_encode_param(char *text, wsp_buffer *out, uint8_t version_index, const char *media) {
     if (version_index > 3) return kWspErrVersion;
     if (text == nullptr || out == nullptr) return kWspErrFail;
-    const uint8_t limit = kParamLimit[version_index];
+    const uint8_t limit = wsp_version_limits[version_index].param_rows;
     // The typed value's scratch is sized on the whole parameter text, taken
     // before the text is cut.
     const uint16_t scratch_size = wsp_enc_scratch_size(text);
@@ -265,8 +263,8 @@ int wsp_encode_param(char *text, wsp_buffer *out, uint8_t version_index, const c
         // No-value: the code or name, then 00.
         int status = code >= 0 ? wsp_append_integer(static_cast<uint32_t>(code), out)
                                : wsp_tokentext_encode_buff(name, out);
-        if (!ok(status)) return kWspErrFail;
-        return ok(append_octet(0x00, out)) ? kWspOk : kWspErrFail;
+        if (!wsp_ok(status)) return kWspErrFail;
+        return wsp_ok(append_octet(0x00, out)) ? kWspOk : kWspErrFail;
     }
 
     if (code >= 0) {
@@ -274,11 +272,11 @@ int wsp_encode_param(char *text, wsp_buffer *out, uint8_t version_index, const c
         if (!scratch.ok()) return kWspErrFail;
         wsp_buffer *encoded = scratch.get();
         uint8_t fallback = 1;
-        if (ok(wsp_encode_param_value(value, static_cast<uint8_t>(code), encoded, &fallback))) {
+        if (wsp_ok(wsp_encode_param_value(value, static_cast<uint8_t>(code), encoded, &fallback))) {
             // A typed value that encodes to nothing leaves the parameter out.
             if (encoded->length == 0) return kWspOk;
-            if (!ok(wsp_append_integer(static_cast<uint32_t>(code), out))) return kWspErrFail;
-            return ok(wsp_append_bytes(encoded->data, encoded->length, out)) ? kWspOk : kWspErrFail;
+            if (!wsp_ok(wsp_append_integer(static_cast<uint32_t>(code), out))) return kWspErrFail;
+            return wsp_ok(wsp_append_bytes(encoded->data, encoded->length, out)) ? kWspOk : kWspErrFail;
         }
         // A value its type rejects is not an error: the parameter goes out
         // untyped, unless the value encoder said otherwise.

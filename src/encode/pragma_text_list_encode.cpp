@@ -10,10 +10,8 @@
 
 namespace {
 
-constexpr uint8_t kIfMatch = 0x18;
-constexpr uint8_t kIfNoneMatch = 0x19;
 
-bool is_entity_tag_list(uint8_t code) { return code == kIfMatch || code == kIfNoneMatch; }
+bool is_entity_tag_list(uint8_t code) { return code == WSP_HDR_IF_MATCH || code == WSP_HDR_IF_NONE_MATCH; }
 
 } // namespace
 
@@ -27,7 +25,7 @@ int wsp_encode_pragma(uint8_t code, char *value, wsp_buffer *out, uint8_t versio
         if (wsp_write_code_octet(code, out) != kWspOk) return kWspErrFail;
         int row = wsp_find_name(wsp_pragma_values, 1, element, false);
         if (row >= 0) {
-            if (wsp_append_short_int(static_cast<uint16_t>(wsp_pragma_values[row].code), out) != kWspOk)
+            if (wsp_append_short_int(wsp_pragma_values.code(static_cast<uint16_t>(row)), out) != kWspOk)
                 return kWspErrFail;
             continue;
         }
@@ -58,7 +56,7 @@ int wsp_encode_text_list(uint8_t code, char *value, wsp_buffer *out, uint8_t ver
         if (star) {
             // If-Match stops right after a leading "*" and ignores whatever
             // follows; If-None-Match goes on and refuses any further element.
-            if (code == kIfMatch) return kWspOk;
+            if (code == WSP_HDR_IF_MATCH) return kWspOk;
             star_first = true;
         }
     }

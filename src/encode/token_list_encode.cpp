@@ -10,19 +10,13 @@
 
 namespace {
 
-constexpr uint8_t kAcceptRanges = 0x04;
-constexpr uint8_t kConnection = 0x09;
-constexpr uint8_t kContentEncoding = 0x0B;
-constexpr uint8_t kContentLanguage = 0x0C;
-constexpr uint8_t kPublic = 0x22;
-constexpr uint8_t kTransferEncoding = 0x27;
 
 // Allow takes a method that has no row when it is given as its number.
 constexpr uint32_t kLowestMethodNumber = 64;
 constexpr uint32_t kHighestMethodNumber = 127;
 
 struct token_table {
-    const wsp_code_entry *rows;
+    const wsp_table *rows;
     uint16_t count;
 };
 
@@ -30,12 +24,12 @@ struct token_table {
 // that is not a token-list header.
 token_table token_table_for(uint8_t code) {
     switch (code) {
-    case kAcceptRanges: return {wsp_range_units, WSP_RANGE_UNIT_ROWS};
-    case kConnection: return {wsp_connection_values, 1};
-    case kContentEncoding: return {wsp_content_codings, WSP_CONTENT_CODING_ROWS};
-    case kContentLanguage: return {wsp_language_run, WSP_LANGUAGE_RUN_ROWS};
-    case kPublic: return {wsp_methods, WSP_METHOD_ROWS};
-    case kTransferEncoding: return {wsp_te_values, 1};
+    case WSP_HDR_ACCEPT_RANGES: return {&wsp_range_units, WSP_RANGE_UNIT_ROWS};
+    case WSP_HDR_CONNECTION: return {&wsp_connection_values, 1};
+    case WSP_HDR_CONTENT_ENCODING: return {&wsp_content_codings, WSP_CONTENT_CODING_ROWS};
+    case WSP_HDR_CONTENT_LANGUAGE: return {&wsp_language_run, WSP_LANGUAGE_RUN_ROWS};
+    case WSP_HDR_PUBLIC: return {&wsp_methods, WSP_METHOD_ROWS};
+    case WSP_HDR_TRANSFER_ENCODING: return {&wsp_te_values, 1};
     default: return {nullptr, 0};
     }
 }
@@ -71,7 +65,7 @@ int wsp_encode_token_list(uint8_t code, char *value, wsp_buffer *out, uint8_t ve
     token_table table = token_table_for(code);
     if (table.rows == nullptr) return kWspErrFail;
     // Method names are upper case in their table and are matched as written.
-    char *cursor = wsp_enc_prepare(value, code != kPublic);
+    char *cursor = wsp_enc_prepare(value, code != WSP_HDR_PUBLIC);
     if (cursor == nullptr) return kWspErrFail;
     uint16_t written = 0;
     bool none_first = false;
@@ -80,17 +74,17 @@ int wsp_encode_token_list(uint8_t code, char *value, wsp_buffer *out, uint8_t ve
         // "none" first closes the list; "none" after a real unit is kept as
         // one more element.  The asymmetry is deliberate.
         if (none_first) return kWspErrFail;
-        if (code == kAcceptRanges && written == 0 && std::strcmp(element, "none") == 0) none_first = true;
+        if (code == WSP_HDR_ACCEPT_RANGES && written == 0 && std::strcmp(element, "none") == 0) none_first = true;
         if (wsp_write_code_octet(code, out) != kWspOk) return kWspErrFail;
-        int row = wsp_find_name(table.rows, table.count, element, false);
+        int row = wsp_find_name(*table.rows, table.count, element, false);
         int status;
         if (row < 0) {
             status = wsp_tokentext_encode_buff(element, out);
-        } else if (code == kContentLanguage) {
+        } else if (code == WSP_HDR_CONTENT_LANGUAGE) {
             // Language codes run past 127.
-            status = wsp_append_integer(static_cast<uint16_t>(table.rows[row].code), out);
+            status = wsp_append_integer(table.rows->code(static_cast<uint16_t>(row)), out);
         } else {
-            status = wsp_append_short_int(static_cast<uint16_t>(table.rows[row].code), out);
+            status = wsp_append_short_int(table.rows->code(static_cast<uint16_t>(row)), out);
         }
         if (status != kWspOk) return kWspErrFail;
         ++written;
@@ -108,7 +102,7 @@ int wsp_encode_allow(uint8_t code, char *value, wsp_buffer *out, uint8_t version
         uint32_t method;
         int row = wsp_find_name(wsp_methods, WSP_METHOD_ROWS, element, false);
         if (row >= 0) {
-            method = static_cast<uint16_t>(wsp_methods[row].code);
+            method = wsp_methods.code(static_cast<uint16_t>(row));
         } else {
             method = method_number(element);
             if (method < kLowestMethodNumber || method > kHighestMethodNumber) return kWspErrFail;

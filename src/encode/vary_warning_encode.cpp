@@ -60,7 +60,7 @@ int wsp_encode_vary(uint8_t code, char *value, wsp_buffer *out, uint8_t version_
     while ((element = wsp_enc_next_element(&cursor, ",")) != nullptr) {
         if (wsp_write_code_octet(code, out) != kWspOk) return kWspErrFail;
         // Upward over all 72 names: a name given twice takes its lowest code.
-        int row = wsp_find_list_name(wsp_header_names, WSP_HEADER_NAME_ROWS, element, false);
+        int row = wsp_find_name(wsp_header_names, WSP_HEADER_NAME_ROWS, element, false);
         int status = row >= 0 ? wsp_append_short_int(static_cast<uint32_t>(row), out)
                               : wsp_tokentext_encode_buff(element, out);
         if (status != kWspOk) return kWspErrFail;

@@ -5,10 +5,10 @@
 
 #include "pdu.h"
 #include "primitives.h"
+#include "tables.h"
 
 namespace {
 
-constexpr uint8_t kProfileCode = 0x35;
 
 // Re-entrant line splitting with strtok's rules: runs of delimiters are one
 // separator, leading and trailing ones yield no token.
@@ -61,7 +61,7 @@ extern "C" WSP_API void wsp_uaphdr_encode(wsp_hdrbuf *block, const wsp_uaprof *p
     if (b->data != nullptr && b->size >= static_cast<uint16_t>(l + n)) {
         // Direct append; on failure the old lengths come back and the bytes
         // written past them are simply abandoned.
-        if (wsp_uaphdr_lines(kProfileCode, text, b) != kWspOk) {
+        if (wsp_uaphdr_lines(WSP_HDR_PROFILE, text, b) != kWspOk) {
             block->length = saved_holder_length;
             b->length = n;
             b->size = saved_size;
@@ -99,7 +99,7 @@ extern "C" WSP_API void wsp_uaphdr_encode(wsp_hdrbuf *block, const wsp_uaprof *p
     temp.data = fresh;
     temp.size = new_size;
     temp.length = n;
-    if (wsp_uaphdr_lines(kProfileCode, text, &temp) == kWspOk) {
+    if (wsp_uaphdr_lines(WSP_HDR_PROFILE, text, &temp) == kWspOk) {
         if (b->data != nullptr && (b->flags & WSP_BUFFER_EXTERNAL) == 0) std::free(b->data);
         b->data = fresh;
         b->reserved = 0;

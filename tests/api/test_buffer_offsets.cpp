@@ -9,14 +9,14 @@
 #include <cstring>
 #include <string>
 
-#include "api_core_support.h"
+#include "api_support.h"
 #include "buffer_offset_sweep.h"
 #include "tarnwspencdec.h"
 #include "wsp_test_support.h"
 
 using namespace wsp_test;
-using conformance_core::low16;
-using conformance_core::OnePageList;
+using api_core::low16;
+using api_core::OnePageList;
 
 namespace {
 

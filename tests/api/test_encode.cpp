@@ -1,21 +1,19 @@
-// Acceptance checks for the header block encoder through the exported
-// functions only: wsp_enc_hdr's output checks, page records and shifts,
-// line cutting, version limits, application headers, the Content-Type
-// refusal and the Cookie test, and realistic request header sets under each
-// encoding version.  Content types, the Accept lists and the per-header
-// value encoders have acceptance files of their own.
-// Every expected octet is worked out by hand from the documented
-// behaviour, never copied from the library's output.
+// The header block encoder through the exported functions: wsp_enc_hdr's
+// output checks, page records and shifts, line cutting, version limits,
+// application headers, the Content-Type refusal and the Cookie test, and
+// realistic request header sets under each encoding version.  Content
+// types, the Accept lists and the per-header values have files of their
+// own.
 #include <gtest/gtest.h>
 
 #include <cstdint>
 #include <string>
 #include <vector>
 
-#include "api_encode_support.h"
+#include "api_support.h"
 #include "tarnwspencdec.h"
 
-using namespace conformance_encode;
+using namespace api_encode;
 using wsp_test::hex;
 using wsp_test::OutBuffer;
 
@@ -27,12 +25,12 @@ const wsp_code_entry kShoeNames[] = {{"X-Shoe-Size", 0x05}, {"x-color", 0x10}};
 // wsp_enc_hdr: output checks
 // ===================================================================
 
-TEST(ConformanceEncodeBlock, EmptyPageListSucceedsWithLengthZero) {
+TEST(ApiEncodeBlock, EmptyPageListSucceedsWithLengthZero) {
     Pages pages({});
     EXPECT_EQ(run(pages, "1.4"), "OK");
 }
 
-TEST(ConformanceEncodeBlock, EmptyPageListSetsHolderLengthToZero) {
+TEST(ApiEncodeBlock, EmptyPageListSetsHolderLengthToZero) {
     Pages pages({});
     OutBuffer out(16);
     out->length = 3; // bytes already in the block
@@ -42,19 +40,19 @@ TEST(ConformanceEncodeBlock, EmptyPageListSetsHolderLengthToZero) {
     EXPECT_EQ(out->length, 3);
 }
 
-TEST(ConformanceEncodeBlock, NullHolderIsRefused) {
+TEST(ApiEncodeBlock, NullHolderIsRefused) {
     Pages pages({{1, "age: 1"}});
     EXPECT_EQ(static_cast<int16_t>(wsp_enc_hdr(pages.get(), nullptr, "1.4")), WSP_ERR_FAIL);
 }
 
-TEST(ConformanceEncodeBlock, HolderWithoutBufferIsRefused) {
+TEST(ApiEncodeBlock, HolderWithoutBufferIsRefused) {
     Pages pages({{1, "age: 1"}});
     wsp_hdrbuf holder{kHolderMark, nullptr};
     EXPECT_EQ(static_cast<int16_t>(wsp_enc_hdr(pages.get(), &holder, "1.4")), WSP_ERR_FAIL);
     EXPECT_EQ(holder.length, kHolderMark);
 }
 
-TEST(ConformanceEncodeBlock, CallerOwnedOutputIsRefusedAndKept) {
+TEST(ApiEncodeBlock, CallerOwnedOutputIsRefusedAndKept) {
     Pages pages({{1, "age: 1"}});
     OutBuffer out(16);
     out->flags = WSP_BUFFER_EXTERNAL;
@@ -67,7 +65,7 @@ TEST(ConformanceEncodeBlock, CallerOwnedOutputIsRefusedAndKept) {
     out->flags = 0; // let the fixture free it
 }
 
-TEST(ConformanceEncodeBlock, OutputWithoutDataIsRefused) {
+TEST(ApiEncodeBlock, OutputWithoutDataIsRefused) {
     Pages pages({{1, "age: 1"}});
     OutBuffer out(16);
     unsigned char *data = out->data;
@@ -78,12 +76,12 @@ TEST(ConformanceEncodeBlock, OutputWithoutDataIsRefused) {
     out->data = data;
 }
 
-TEST(ConformanceEncodeBlock, OutputOfSizeZeroIsRefusedAndKept) {
+TEST(ApiEncodeBlock, OutputOfSizeZeroIsRefusedAndKept) {
     Pages pages({{1, "age: 1"}});
     EXPECT_EQ(run(pages, "1.4", 0), "-214 kept");
 }
 
-TEST(ConformanceEncodeBlock, HolderLengthCountsOnlyTheBytesOfThisCall) {
+TEST(ApiEncodeBlock, HolderLengthCountsOnlyTheBytesOfThisCall) {
     Pages pages({{1, "age: 10"}});
     OutBuffer out(16);
     out->length = 3;
@@ -94,7 +92,7 @@ TEST(ConformanceEncodeBlock, HolderLengthCountsOnlyTheBytesOfThisCall) {
     EXPECT_EQ(hex(out->data + 3, 2), "85 8A");
 }
 
-TEST(ConformanceEncodeBlock, BytesGoAfterTheBufferOffset) {
+TEST(ApiEncodeBlock, BytesGoAfterTheBufferOffset) {
     Pages pages({{1, "age: 10"}});
     OutBuffer out(16, 4);
     wsp_hdrbuf holder{kHolderMark, out.get()};
@@ -103,13 +101,13 @@ TEST(ConformanceEncodeBlock, BytesGoAfterTheBufferOffset) {
     EXPECT_EQ(holder.length, 2);
 }
 
-TEST(ConformanceEncodeBlock, ExactlyFullOutputSucceedsOneShortFails) {
+TEST(ApiEncodeBlock, ExactlyFullOutputSucceedsOneShortFails) {
     // x, NUL, y, NUL: four octets.
     EXPECT_EQ(enc("x:y", "1.4", 4), "OK 78 00 79 00");
     EXPECT_EQ(enc("x:y", "1.4", 3), "-214 freed");
 }
 
-TEST(ConformanceEncodeBlock, ShortIntegerNeverFillsTheLastByte) {
+TEST(ApiEncodeBlock, ShortIntegerNeverFillsTheLastByte) {
     // Age 10 is the code octet and the Short-integer 0x8A: the Short-integer
     // writer refuses to fill the buffer to its last byte.
     EXPECT_EQ(enc("age: 10", "1.4", 3), "OK 85 8A");
@@ -120,23 +118,23 @@ TEST(ConformanceEncodeBlock, ShortIntegerNeverFillsTheLastByte) {
 // wsp_enc_hdr: page records and shifts
 // ===================================================================
 
-TEST(ConformanceEncodeBlock, SecondPageOneRecordStartsWithShortCutShift) {
+TEST(ApiEncodeBlock, SecondPageOneRecordStartsWithShortCutShift) {
     Pages pages({{1, "age: 1"}, {1, "age: 2"}});
     EXPECT_EQ(run(pages, "1.4"), "OK 85 81 01 85 82");
 }
 
-TEST(ConformanceEncodeBlock, PageOneRecordOfLengthZeroWritesNothing) {
+TEST(ApiEncodeBlock, PageOneRecordOfLengthZeroWritesNothing) {
     Pages pages({{1, "age: 1"}, {1, "age: 2", 0, nullptr, 0}});
     EXPECT_EQ(run(pages, "1.4"), "OK 85 81");
 }
 
-TEST(ConformanceEncodeBlock, PageOneRecordWithoutDataWritesOnlyItsShift) {
+TEST(ApiEncodeBlock, PageOneRecordWithoutDataWritesOnlyItsShift) {
     Pages pages({{1, "age: 1"}, {1, "age: 2"}});
     pages.get()->pages[1].text.data = nullptr;
     EXPECT_EQ(run(pages, "1.4"), "OK 85 81 01");
 }
 
-TEST(ConformanceEncodeBlock, PageTextStartsAtItsOffset) {
+TEST(ApiEncodeBlock, PageTextStartsAtItsOffset) {
     Pages pages({{1, "xxxage: 7"}});
     wsp_buffer &text = pages.get()->pages[0].text;
     text.offset = 3;
@@ -144,17 +142,17 @@ TEST(ConformanceEncodeBlock, PageTextStartsAtItsOffset) {
     EXPECT_EQ(run(pages, "1.4"), "OK 85 87");
 }
 
-TEST(ConformanceEncodeBlock, EmptyPageOneRecordWritesNoShift) {
+TEST(ApiEncodeBlock, EmptyPageOneRecordWritesNoShift) {
     Pages pages({{1, "age: 1"}, {1, ""}});
     EXPECT_EQ(run(pages, "1.4"), "OK 85 81");
 }
 
-TEST(ConformanceEncodeBlock, ExtensionPageAbove1FWithEmptyTextWritesShiftSequence) {
+TEST(ApiEncodeBlock, ExtensionPageAbove1FWithEmptyTextWritesShiftSequence) {
     Pages pages({{0x20, "", 2, kShoeNames}});
     EXPECT_EQ(run(pages, "1.4"), "OK 7F 20");
 }
 
-TEST(ConformanceEncodeBlock, ExtensionPageUpTo1FWritesShortCutShift) {
+TEST(ApiEncodeBlock, ExtensionPageUpTo1FWritesShortCutShift) {
     Pages p15({{0x15, "", 2, kShoeNames}});
     EXPECT_EQ(run(p15, "1.4"), "OK 15");
     Pages p10({{0x10, "", 2, kShoeNames}});
@@ -165,74 +163,74 @@ TEST(ConformanceEncodeBlock, ExtensionPageUpTo1FWritesShortCutShift) {
     EXPECT_EQ(run(p7f, "1.4"), "OK 7F 7F");
 }
 
-TEST(ConformanceEncodeBlock, ExtensionPageLinesUseTheirOwnTableCaseSensitively) {
+TEST(ApiEncodeBlock, ExtensionPageLinesUseTheirOwnTableCaseSensitively) {
     Pages pages({{0x30, "X-Shoe-Size: 42\nX-Color: red\nx-color:blue", 2, kShoeNames}});
     EXPECT_EQ(run(pages, "1.4"), "OK 7F 30 85 " + tz(" 42") + " " + app("X-Color", " red") + " 90 " + tz("blue"));
 }
 
-TEST(ConformanceEncodeBlock, ExtensionPageNamesAreNotLimitedByTheVersion) {
+TEST(ApiEncodeBlock, ExtensionPageNamesAreNotLimitedByTheVersion) {
     Pages pages({{0x30, "x-color: red", 2, kShoeNames}});
     EXPECT_EQ(run(pages, "2.0"), "OK 7F 30 90 " + tz(" red"));
 }
 
-TEST(ConformanceEncodeBlock, PagesMixInOrder) {
+TEST(ApiEncodeBlock, PagesMixInOrder) {
     Pages pages({{1, "age: 1"}, {0x30, "x-color: red", 2, kShoeNames}, {1, "age: 2"}});
     EXPECT_EQ(run(pages, "1.4"), "OK 85 81 7F 30 90 " + tz(" red") + " 01 85 82");
 }
 
-TEST(ConformanceEncodeBlock, ExtensionPageWith129NamesWritesOnlyItsShift) {
+TEST(ApiEncodeBlock, ExtensionPageWith129NamesWritesOnlyItsShift) {
     std::vector<wsp_code_entry> names(129, wsp_code_entry{"x-color", 0x10});
     Pages pages({{0x30, "x-color: red\nx-other: 1", 129, names.data()}});
     EXPECT_EQ(run(pages, "1.4"), "OK 7F 30");
 }
 
-TEST(ConformanceEncodeBlock, ExtensionPageWith128NamesEncodesItsLines) {
+TEST(ApiEncodeBlock, ExtensionPageWith128NamesEncodesItsLines) {
     std::vector<wsp_code_entry> names(128, wsp_code_entry{"x-color", 0x10});
     Pages pages({{0x30, "x-color: red", 128, names.data()}});
     EXPECT_EQ(run(pages, "1.4"), "OK 7F 30 90 " + tz(" red"));
 }
 
-TEST(ConformanceEncodeBlock, ExtensionNullNameBeforeTheMatchFails) {
+TEST(ApiEncodeBlock, ExtensionNullNameBeforeTheMatchFails) {
     const wsp_code_entry names[] = {{nullptr, 0x01}, {"x-color", 0x10}};
     Pages pages({{0x30, "x-color: red", 2, names}});
     EXPECT_EQ(run(pages, "1.4"), "-214 freed");
 }
 
-TEST(ConformanceEncodeBlock, ExtensionCodeOf128OrMoreFails) {
+TEST(ApiEncodeBlock, ExtensionCodeOf128OrMoreFails) {
     const wsp_code_entry names[] = {{"x-big", 0x80}};
     Pages pages({{0x30, "x-big: 1", 1, names}});
     EXPECT_EQ(run(pages, "1.4"), "-214 freed");
 }
 
-TEST(ConformanceEncodeBlock, ExtensionCodeUsesOnlyItsLowEightBits) {
+TEST(ApiEncodeBlock, ExtensionCodeUsesOnlyItsLowEightBits) {
     const wsp_code_entry names[] = {{"x-wide", 0x1203}};
     Pages pages({{0x30, "x-wide:1", 1, names}});
     EXPECT_EQ(run(pages, "1.4"), "OK 7F 30 83 31 00");
 }
 
-TEST(ConformanceEncodeBlock, PageNumbersOutsideOneAndExtensionRangeFail) {
+TEST(ApiEncodeBlock, PageNumbersOutsideOneAndExtensionRangeFail) {
     for (uint8_t page : {0x00, 0x02, 0x0F, 0x80, 0xFF}) {
         Pages pages({{page, "x: y", 2, kShoeNames}});
         EXPECT_EQ(run(pages, "1.4"), "-214 freed") << int(page);
     }
 }
 
-TEST(ConformanceEncodeBlock, ExtensionPageWithoutNamesFails) {
+TEST(ApiEncodeBlock, ExtensionPageWithoutNamesFails) {
     Pages pages({{0x30, "x-color: red", 0, kShoeNames}});
     EXPECT_EQ(run(pages, "1.4"), "-214 freed");
 }
 
-TEST(ConformanceEncodeBlock, PageOneWithNamesFails) {
+TEST(ApiEncodeBlock, PageOneWithNamesFails) {
     Pages pages({{1, "age: 1", 2, kShoeNames}});
     EXPECT_EQ(run(pages, "1.4"), "-214 freed");
 }
 
-TEST(ConformanceEncodeBlock, FailureInALaterRecordFreesEverything) {
+TEST(ApiEncodeBlock, FailureInALaterRecordFreesEverything) {
     Pages pages({{1, "age: 1"}, {0x05, "", 2, kShoeNames}});
     EXPECT_EQ(run(pages, "1.4"), "-214 freed");
 }
 
-TEST(ConformanceEncodeBlock, ShiftThatDoesNotFitFails) {
+TEST(ApiEncodeBlock, ShiftThatDoesNotFitFails) {
     // "x:y" fills four octets; the 0x01 of the second record has no room.
     Pages one({{1, "x:y"}, {1, "x:z"}});
     EXPECT_EQ(run(one, "1.4", 4), "-214 freed");
@@ -246,20 +244,20 @@ TEST(ConformanceEncodeBlock, ShiftThatDoesNotFitFails) {
 // wsp_enc_hdr: lines, names and values
 // ===================================================================
 
-TEST(ConformanceEncodeBlock, CarriageReturnBeforeNewlineIsCutOff) {
+TEST(ApiEncodeBlock, CarriageReturnBeforeNewlineIsCutOff) {
     EXPECT_EQ(enc("age: 10\r\nx-a:1"), "OK 85 8A 78 2D 61 00 31 00");
 }
 
-TEST(ConformanceEncodeBlock, TextLengthEndsTheRecord) {
+TEST(ApiEncodeBlock, TextLengthEndsTheRecord) {
     Pages pages({{1, "age: 1\nage: 2", 0, nullptr, 7}});
     EXPECT_EQ(run(pages, "1.4"), "OK 85 81");
 }
 
-TEST(ConformanceEncodeBlock, BlankLinesAreSwallowed) {
+TEST(ApiEncodeBlock, BlankLinesAreSwallowed) {
     EXPECT_EQ(enc("age: 1\n\n\nage: 2\n"), "OK 85 81 85 82");
 }
 
-TEST(ConformanceEncodeBlock, BlankLinesDoNotCountTowardsTheTextLength) {
+TEST(ApiEncodeBlock, BlankLinesDoNotCountTowardsTheTextLength) {
     // 7 + 7 octets are counted for the two lines although the length (10)
     // ends inside the blank lines: the second line is still encoded, the
     // third is not.
@@ -267,65 +265,65 @@ TEST(ConformanceEncodeBlock, BlankLinesDoNotCountTowardsTheTextLength) {
     EXPECT_EQ(run(pages, "1.4"), "OK 85 81 85 82");
 }
 
-TEST(ConformanceEncodeBlock, LineOfOnlyCarriageReturnIsSkipped) {
+TEST(ApiEncodeBlock, LineOfOnlyCarriageReturnIsSkipped) {
     EXPECT_EQ(enc("\r\nage: 3"), "OK 85 83");
 }
 
-TEST(ConformanceEncodeBlock, LineWithoutColonHasAnEmptyValue) {
+TEST(ApiEncodeBlock, LineWithoutColonHasAnEmptyValue) {
     EXPECT_EQ(enc("x-foo"), "OK " + app("x-foo", ""));
     // TE with an empty value is the bare code octet.
     EXPECT_EQ(enc("te"), "OK B9");
 }
 
-TEST(ConformanceEncodeBlock, LeadingColonIsSkippedByTheTokenizer) {
+TEST(ApiEncodeBlock, LeadingColonIsSkippedByTheTokenizer) {
     // The name cut skips a leading delimiter: ":x-a" is the name x-a with
     // an empty value, and a lone ":" an empty name and an empty value.
     EXPECT_EQ(enc(":x-a"), "OK " + app("x-a", ""));
     EXPECT_EQ(enc(":"), "OK 00 00");
 }
 
-TEST(ConformanceEncodeBlock, ApplicationHeaderKeepsValueCaseAndLeadingBlanks) {
+TEST(ApiEncodeBlock, ApplicationHeaderKeepsValueCaseAndLeadingBlanks) {
     EXPECT_EQ(enc("X-Foo:   Bar"), "OK " + app("x-foo", "   Bar"));
 }
 
-TEST(ConformanceEncodeBlock, ApplicationHeaderValueIsCutAtTheFirstColonOnly) {
+TEST(ApiEncodeBlock, ApplicationHeaderValueIsCutAtTheFirstColonOnly) {
     EXPECT_EQ(enc("X-Time: 10:20"), "OK " + app("x-time", " 10:20"));
 }
 
-TEST(ConformanceEncodeBlock, ApplicationValueWithHighFirstOctetGetsQuote) {
+TEST(ApiEncodeBlock, ApplicationValueWithHighFirstOctetGetsQuote) {
     EXPECT_EQ(enc("x-a:\xE9t\xE9"), "OK 78 2D 61 00 7F E9 74 E9 00");
 }
 
-TEST(ConformanceEncodeBlock, QuotedHighFirstOctetNeverWritesPastTheOutput) {
+TEST(ApiEncodeBlock, QuotedHighFirstOctetNeverWritesPastTheOutput) {
     // Name (4 octets), then 7F, E9 and the NUL: seven octets in all.
     EXPECT_EQ(enc("x-a:\xE9", "1.4", 7), "OK 78 2D 61 00 7F E9 00");
     EXPECT_EQ(enc("x-a:\xE9", "1.4", 6), "-214 freed");
     EXPECT_EQ(enc("x-a:\xE9", "1.4", 5), "-214 freed");
 }
 
-TEST(ConformanceEncodeBlock, BlankBeforeTheColonStaysInTheName) {
+TEST(ApiEncodeBlock, BlankBeforeTheColonStaysInTheName) {
     // "age " is no header name, and a blank is no token character.
     EXPECT_EQ(enc("Age : 1"), "-214 freed");
 }
 
-TEST(ConformanceEncodeBlock, ApplicationNameWithSeparatorFails) {
+TEST(ApiEncodeBlock, ApplicationNameWithSeparatorFails) {
     EXPECT_EQ(enc("x(a): b"), "-214 freed");
     EXPECT_EQ(enc("x/a: b"), "-214 freed");
 }
 
-TEST(ConformanceEncodeBlock, ApplicationValueWithControlCharacterFails) {
+TEST(ApiEncodeBlock, ApplicationValueWithControlCharacterFails) {
     EXPECT_EQ(enc("x-a: a\x01"
                   "b"),
               "-214 freed");
 }
 
-TEST(ConformanceEncodeBlock, PageOneNamesAreLowerCasedInPlace) {
+TEST(ApiEncodeBlock, PageOneNamesAreLowerCasedInPlace) {
     Pages pages({{1, "ACCEPT-CHARSET: utf-8"}});
     EXPECT_EQ(run(pages, "1.4"), "OK BB EA");
     EXPECT_STREQ(pages.text(0), "accept-charset");
 }
 
-TEST(ConformanceEncodeBlock, UnknownNameIsApplicationHeaderWithLowerCasedName) {
+TEST(ApiEncodeBlock, UnknownNameIsApplicationHeaderWithLowerCasedName) {
     EXPECT_EQ(enc("X-Wap-Profile: \"http://example.com/p.xml\""),
               "OK " + app("x-wap-profile", " \"http://example.com/p.xml\""));
 }
@@ -334,32 +332,32 @@ TEST(ConformanceEncodeBlock, UnknownNameIsApplicationHeaderWithLowerCasedName) {
 // wsp_enc_hdr: version limits
 // ===================================================================
 
-TEST(ConformanceEncodeBlock, TeUnder11IsAnApplicationHeader) {
+TEST(ApiEncodeBlock, TeUnder11IsAnApplicationHeader) {
     EXPECT_EQ(enc("te: trailers", "1.1"), "OK 74 65 00 20 74 72 61 69 6C 65 72 73 00");
     EXPECT_EQ(enc("te: trailers", "1.2"), "OK 74 65 00 20 74 72 61 69 6C 65 72 73 00");
     EXPECT_EQ(enc("te: trailers", "1.3"), "OK B9 81");
 }
 
-TEST(ConformanceEncodeBlock, CacheControlTakesTheHighestCodeTheVersionAllows) {
+TEST(ApiEncodeBlock, CacheControlTakesTheHighestCodeTheVersionAllows) {
     EXPECT_EQ(enc("cache-control: no-cache", "1.4"), "OK C7 80");
     EXPECT_EQ(enc("cache-control: no-cache", "1.3"), "OK BD 80");
     EXPECT_EQ(enc("cache-control: no-cache", "1.2"), "OK 88 80");
     EXPECT_EQ(enc("cache-control: no-cache", "1.1"), "OK 88 80");
 }
 
-TEST(ConformanceEncodeBlock, ContentDispositionCodeFollowsVersion) {
+TEST(ApiEncodeBlock, ContentDispositionCodeFollowsVersion) {
     EXPECT_EQ(enc("content-disposition: inline", "1.3"), "OK AE 01 82");
     EXPECT_EQ(enc("content-disposition: inline", "1.4"), "OK C5 01 82");
 }
 
-TEST(ConformanceEncodeBlock, AcceptCharsetAndEncodingTakeNewerCodesFrom13) {
+TEST(ApiEncodeBlock, AcceptCharsetAndEncodingTakeNewerCodesFrom13) {
     EXPECT_EQ(enc("accept-charset: utf-8", "1.2"), "OK 81 EA");
     EXPECT_EQ(enc("accept-charset: utf-8", "1.3"), "OK BB EA");
     EXPECT_EQ(enc("accept-encoding: gzip", "1.2"), "OK 82 80");
     EXPECT_EQ(enc("accept-encoding: gzip", "1.3"), "OK BC 80");
 }
 
-TEST(ConformanceEncodeBlock, HighestCodeOfEachVersion) {
+TEST(ApiEncodeBlock, HighestCodeOfEachVersion) {
     // 0x2E is the last code of 1.1, 0x2F the first beyond it.
     EXPECT_EQ(enc("x-wap-application-id: x-wap-application:mms.ua", "1.1"),
               "OK " + app("x-wap-application-id", " x-wap-application:mms.ua"));
@@ -374,28 +372,28 @@ TEST(ConformanceEncodeBlock, HighestCodeOfEachVersion) {
     EXPECT_EQ(enc("x-wap-security: close-subordinate", "1.4"), "OK C6 80");
 }
 
-TEST(ConformanceEncodeBlock, ProfileDiffIsOnlyKnownWithItsUnderscore) {
+TEST(ApiEncodeBlock, ProfileDiffIsOnlyKnownWithItsUnderscore) {
     EXPECT_EQ(enc("Profile-Diff: x", "1.4"), "OK " + app("profile-diff", " x"));
 }
 
-TEST(ConformanceEncodeBlock, UnknownVersionMakesNamesApplicationHeaders) {
+TEST(ApiEncodeBlock, UnknownVersionMakesNamesApplicationHeaders) {
     EXPECT_EQ(enc("age: 10\nCache-Control: no-cache", "1.5"), "OK " + app("age", " 10") + " " +
                                                                    app("cache-control", " no-cache"));
     EXPECT_EQ(enc("age: 10", ""), "OK " + app("age", " 10"));
 }
 
-TEST(ConformanceEncodeBlock, UnknownVersionSendsContentTypeAsApplicationHeader) {
+TEST(ApiEncodeBlock, UnknownVersionSendsContentTypeAsApplicationHeader) {
     // Content-Type is refused only when it is recognised, and with the
     // limit at 0 it is not.
     EXPECT_EQ(enc("Content-Type: text/plain", "1.5"), "OK " + app("content-type", " text/plain"));
 }
 
-TEST(ConformanceEncodeBlock, UnknownVersionStillRecognisesAcceptWhichThenFails) {
+TEST(ApiEncodeBlock, UnknownVersionStillRecognisesAcceptWhichThenFails) {
     // Accept (code 0) is within the limit 0; its encoder sees version index 4.
     EXPECT_EQ(enc("accept: */*", "1.5"), "-214 freed");
 }
 
-TEST(ConformanceEncodeBlock, VersionTextIsComparedExactly) {
+TEST(ApiEncodeBlock, VersionTextIsComparedExactly) {
     EXPECT_EQ(enc("age: 1", "1.4 "), "OK " + app("age", " 1"));
     EXPECT_EQ(enc("age: 1", "1.40"), "OK " + app("age", " 1"));
 }
@@ -404,51 +402,51 @@ TEST(ConformanceEncodeBlock, VersionTextIsComparedExactly) {
 // wsp_enc_hdr: Content-Type, Accept and Cookie
 // ===================================================================
 
-TEST(ConformanceEncodeBlock, ContentTypeLineFailsAndFreesTheOutput) {
+TEST(ApiEncodeBlock, ContentTypeLineFailsAndFreesTheOutput) {
     EXPECT_EQ(enc("Content-Type: text/plain"), "-214 freed");
     EXPECT_EQ(enc("age: 1\ncontent-type: text/plain", "1.1"), "-214 freed");
 }
 
-TEST(ConformanceEncodeBlock, AcceptIsHandedToTheAcceptEncoder) {
+TEST(ApiEncodeBlock, AcceptIsHandedToTheAcceptEncoder) {
     EXPECT_EQ(enc("Accept: */*"), "OK 80 80");
     EXPECT_EQ(enc("Accept: */*", "1.1"), "OK 80 80");
 }
 
-TEST(ConformanceEncodeBlock, CookieWithLeadingVersionGoesToTheCookieEncoder) {
+TEST(ApiEncodeBlock, CookieWithLeadingVersionGoesToTheCookieEncoder) {
     EXPECT_EQ(enc("Cookie: $Version=1; a=b", "1.3"), "OK C2 06 9F 04 61 00 62 00");
     EXPECT_EQ(enc("Cookie: $Version=1; Sid=AbC", "1.4"), "OK C2 0A 9F 08 53 69 64 00 41 62 43 00");
 }
 
-TEST(ConformanceEncodeBlock, CookieWithoutVersionIsApplicationHeader) {
+TEST(ApiEncodeBlock, CookieWithoutVersionIsApplicationHeader) {
     EXPECT_EQ(enc("Cookie: a=b", "1.3"), "OK " + app("cookie", " a=b"));
 }
 
-TEST(ConformanceEncodeBlock, CookieWithPortIsApplicationHeader) {
+TEST(ApiEncodeBlock, CookieWithPortIsApplicationHeader) {
     EXPECT_EQ(enc("Cookie: $Version=1; $Port=80", "1.4"), "OK " + app("cookie", " $Version=1; $Port=80"));
 }
 
-TEST(ConformanceEncodeBlock, CookieBefore13IsApplicationHeader) {
+TEST(ApiEncodeBlock, CookieBefore13IsApplicationHeader) {
     EXPECT_EQ(enc("Cookie: $Version=1; a=b", "1.1"), "OK " + app("cookie", " $Version=1; a=b"));
     EXPECT_EQ(enc("Cookie: $Version=1; a=b", "1.2"), "OK " + app("cookie", " $Version=1; a=b"));
 }
 
-TEST(ConformanceEncodeBlock, CookieWithVersionFromTheNinthCharacterIsApplicationHeader) {
+TEST(ApiEncodeBlock, CookieWithVersionFromTheNinthCharacterIsApplicationHeader) {
     EXPECT_EQ(enc("Cookie: abc=def; $Version=1", "1.4"), "OK " + app("cookie", " abc=def; $Version=1"));
 }
 
-TEST(ConformanceEncodeBlock, CookieWhoseFirstAttributeIsNotVersionFails) {
+TEST(ApiEncodeBlock, CookieWhoseFirstAttributeIsNotVersionFails) {
     // "$version" occurs before the ninth character but does not open the
     // value: the Cookie encoder refuses it.
     EXPECT_EQ(enc("Cookie: x;$Version=1", "1.4"), "-214 freed");
 }
 
-TEST(ConformanceEncodeBlock, CookieValueOf198OctetsFails) {
+TEST(ApiEncodeBlock, CookieValueOf198OctetsFails) {
     std::string v197 = " " + std::string(196, 'a');
     EXPECT_EQ(enc("cookie:" + v197, "1.4"), "OK " + app("cookie", v197));
     EXPECT_EQ(enc("cookie:" + v197 + "a", "1.4"), "-214 freed");
 }
 
-TEST(ConformanceEncodeBlock, CookieCodeIsRememberedForFollowingUnknownLines) {
+TEST(ApiEncodeBlock, CookieCodeIsRememberedForFollowingUnknownLines) {
     std::string v197 = " " + std::string(196, 'a');
     EXPECT_EQ(enc("Cookie: $Version=1; a=b\nx-long:" + v197, "1.4"),
               "OK C2 06 9F 04 61 00 62 00 " + app("x-long", v197));
@@ -458,7 +456,7 @@ TEST(ConformanceEncodeBlock, CookieCodeIsRememberedForFollowingUnknownLines) {
     EXPECT_EQ(enc("x-long:" + v198, "1.4"), "OK " + app("x-long", v198));
 }
 
-TEST(ConformanceEncodeBlock, RememberedCodeStartsAgainForEachRecord) {
+TEST(ApiEncodeBlock, RememberedCodeStartsAgainForEachRecord) {
     std::string v198 = " " + std::string(197, 'a');
     Pages pages({{1, "Cookie: $Version=1; a=b"}, {1, "x-long:" + v198}});
     EXPECT_EQ(run(pages, "1.4"), "OK C2 06 9F 04 61 00 62 00 01 " + app("x-long", v198));
@@ -468,7 +466,7 @@ TEST(ConformanceEncodeBlock, RememberedCodeStartsAgainForEachRecord) {
 // Realistic request header sets
 // ===================================================================
 
-TEST(ConformanceEncodeRequests, WmlBrowserUnder11) {
+TEST(ApiEncodeRequests, WmlBrowserUnder11) {
     EXPECT_EQ(enc("Accept: text/vnd.wap.wml, application/vnd.wap.wmlc, image/vnd.wap.wbmp, image/gif\r\n"
                   "Accept-Charset: utf-8, iso-8859-1\r\n"
                   "Accept-Language: en\r\n"
@@ -479,7 +477,7 @@ TEST(ConformanceEncodeRequests, WmlBrowserUnder11) {
               "OK 80 88 80 94 80 A1 80 9D 81 EA 81 84 83 99 A9 " + tz("Nokia7110/1.0 (04.94)") + " 88 80 89 80");
 }
 
-TEST(ConformanceEncodeRequests, BrowserUnder12) {
+TEST(ApiEncodeRequests, BrowserUnder12) {
     EXPECT_EQ(enc("Accept: application/vnd.wap.wmlc, application/vnd.wap.sic, image/png;q=0.8\n"
                   "Accept-Encoding: gzip, deflate\n"
                   "Accept-Language: en, fr;q=0.5\n"
@@ -492,7 +490,7 @@ TEST(ConformanceEncodeRequests, BrowserUnder12) {
                   app("x-wap-profile", " \"http://example.com/uaprof.xml\""));
 }
 
-TEST(ConformanceEncodeRequests, BrowserUnder13) {
+TEST(ApiEncodeRequests, BrowserUnder13) {
     EXPECT_EQ(enc("Accept: application/vnd.wap.xhtml+xml, application/xhtml+xml, text/vnd.wap.wml\n"
                   "Accept-Charset: utf-8, *;q=0.1\n"
                   "Accept-Encoding: gzip\n"
@@ -506,7 +504,7 @@ TEST(ConformanceEncodeRequests, BrowserUnder13) {
                   tz("4F2A"));
 }
 
-TEST(ConformanceEncodeRequests, MmsClientUnder14) {
+TEST(ApiEncodeRequests, MmsClientUnder14) {
     EXPECT_EQ(enc("Accept: application/vnd.wap.mms-message, application/xhtml+xml;q=0.9, */*;q=0.1\n"
                   "Accept-Charset: utf-8\n"
                   "Accept-Language: en;q=1.0, de;q=0.5\n"
@@ -518,7 +516,7 @@ TEST(ConformanceEncodeRequests, MmsClientUnder14) {
                   tz("SonyEricssonK750i/R1AA Browser/SEMC-Browser/4.2") + " 97 04 2E BC 98 A1");
 }
 
-TEST(ConformanceEncodeRequests, PushInitiatorHeadersUnder14) {
+TEST(ApiEncodeRequests, PushInitiatorHeadersUnder14) {
     EXPECT_EQ(enc("X-Wap-Application-Id: x-wap-application:wml.ua\r\n"
                   "X-Wap-Content-URI: http://push.example.com/msg/1\r\n"
                   "X-Wap-Initiator-URI: http://ppg.example.com/\r\n"
@@ -534,7 +532,7 @@ TEST(ConformanceEncodeRequests, PushInitiatorHeadersUnder14) {
                   tz("<part1@example.com>") + " C6 80");
 }
 
-TEST(ConformanceEncodeRequests, ConditionalGetUnder14) {
+TEST(ApiEncodeRequests, ConditionalGetUnder14) {
     EXPECT_EQ(enc("Accept-Encoding: gzip, deflate\n"
                   "If-None-Match: \"686897696a7c876b7e\"\n"
                   "If-Modified-Since: Fri, 31 Dec 1999 23:59:59 GMT\n"

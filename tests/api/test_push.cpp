@@ -1,9 +1,7 @@
-// Acceptance checks of push PDU decoding through the public header: the
-// headers-length prefix, where headers and body end up (own PDU, external
-// PDU, spare buffer), the content-type counts, the releases afterwards, and
-// the two halves of push decoding called directly.
-// Every expected value here was worked out by hand from the documented
-// behaviour, never copied from the library's output.
+// Push PDU decoding through the public header: the headers-length prefix,
+// where headers and body end up (own PDU, external PDU, spare buffer), the
+// content-type counts, the releases afterwards, and the two halves of push
+// decoding called directly.
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -11,17 +9,17 @@
 #include <cstring>
 #include <string>
 
-#include "api_core_support.h"
+#include "api_support.h"
 #include "tarnwspencdec.h"
 #include "wsp_test_support.h"
 
 using namespace wsp_test;
-using namespace conformance_core;
+using namespace api_core;
 
 // ===========================================================================
 // Push PDU decoding: prefix and placement
 
-TEST(ConfPush, HeadersLenZeroFreesAnOwnPdu) {
+TEST(ApiPush, HeadersLenZeroFreesAnOwnPdu) {
     PushPdu pdu(bytes({0x06, 0x00, 0x83, 0x11, 0x22}));
     wsp_push_result res = dirty_result();
     SpareBuffer spare;
@@ -34,7 +32,7 @@ TEST(ConfPush, HeadersLenZeroFreesAnOwnPdu) {
     EXPECT_EQ(nullptr, spare.buf.data);
 }
 
-TEST(ConfPush, HeadersLenZeroKeepsAnExternalPdu) {
+TEST(ApiPush, HeadersLenZeroKeepsAnExternalPdu) {
     PushPdu pdu(bytes({0x06, 0x00}), bytes({0x07}), true);
     wsp_push_result res = dirty_result();
     SpareBuffer spare;
@@ -49,7 +47,7 @@ TEST(ConfPush, HeadersLenZeroKeepsAnExternalPdu) {
     EXPECT_EQ(nullptr, spare.buf.data);
 }
 
-TEST(ConfPush, HeadersLenBeyondThePduFails) {
+TEST(ApiPush, HeadersLenBeyondThePduFails) {
     for (bool external : {false, true}) {
         PushPdu pdu(bytes({0x06, 0x05, 0xBE, 0xAF, 0x84}), {}, external);
         wsp_push_result res = dirty_result();
@@ -65,7 +63,7 @@ TEST(ConfPush, HeadersLenBeyondThePduFails) {
     }
 }
 
-TEST(ConfPush, UnreadableHeadersLenFails) {
+TEST(ApiPush, UnreadableHeadersLenFails) {
     const Bytes cases[] = {bytes({0x06}), bytes({0x06, 0x81}), bytes({0x06, 0x80, 0x03, 0xBE, 0xAF, 0x84}),
                            bytes({0x06, 0x81, 0x81, 0x81, 0x81, 0x81, 0x00})};
     for (const Bytes &b : cases) {
@@ -82,7 +80,7 @@ TEST(ConfPush, UnreadableHeadersLenFails) {
     }
 }
 
-TEST(ConfPush, EveryTruncationOfAPdu) {
+TEST(ApiPush, EveryTruncationOfAPdu) {
     const Bytes whole = bytes({0x06, 0x03, 0xBE, 0xAF, 0x84, 0x8C, 0x82, 0x98});
     for (size_t n = 1; n <= whole.size(); ++n) {
         PushPdu pdu(Bytes(whole.begin(), whole.begin() + static_cast<long>(n)));
@@ -109,7 +107,7 @@ TEST(ConfPush, EveryTruncationOfAPdu) {
     }
 }
 
-TEST(ConfPush, OwnPduWithoutDataIsThePduRepointedAtTheHeaders) {
+TEST(ApiPush, OwnPduWithoutDataIsThePduRepointedAtTheHeaders) {
     PushPdu pdu(bytes({0x06, 0x03, 0xBE, 0xAF, 0x84}));
     wsp_push_result res = dirty_result();
     SpareBuffer spare;
@@ -128,7 +126,7 @@ TEST(ConfPush, OwnPduWithoutDataIsThePduRepointedAtTheHeaders) {
     EXPECT_EQ("x-wap-application-id:x-wap-application:mms.ua\n", push_headers_text(res));
 }
 
-TEST(ConfPush, ExternalPduWithoutDataCopiesTheHeadersIntoTheSpare) {
+TEST(ApiPush, ExternalPduWithoutDataCopiesTheHeadersIntoTheSpare) {
     PushPdu pdu(bytes({0x06, 0x03, 0xBE, 0xAF, 0x84}), bytes({0x42}), true);
     wsp_push_result res = dirty_result();
     SpareBuffer spare;
@@ -153,7 +151,7 @@ TEST(ConfPush, ExternalPduWithoutDataCopiesTheHeadersIntoTheSpare) {
     EXPECT_EQ("x-wap-application-id:x-wap-application:mms.ua\n", push_headers_text(res));
 }
 
-TEST(ConfPush, ContentTypeFillingHeadersLenWithoutData) {
+TEST(ApiPush, ContentTypeFillingHeadersLenWithoutData) {
     PushPdu own(bytes({0x06, 0x01, 0xAE}));
     wsp_push_result res = dirty_result();
     wsp_buffer *none = nullptr;
@@ -179,7 +177,7 @@ TEST(ConfPush, ContentTypeFillingHeadersLenWithoutData) {
     EXPECT_EQ(0, spare.buf.flags);
 }
 
-TEST(ConfPush, OwnPduWithDataHoldsHeadersAndBodyInOneRun) {
+TEST(ApiPush, OwnPduWithDataHoldsHeadersAndBodyInOneRun) {
     const Bytes body = bytes({0x8C, 0x82, 0x98, 0x31, 0x00});
     PushPdu pdu(cat({bytes({0x06, 0x03, 0xBE, 0xAF, 0x84}), body}));
     wsp_push_result res = dirty_result();
@@ -196,7 +194,7 @@ TEST(ConfPush, OwnPduWithDataHoldsHeadersAndBodyInOneRun) {
     EXPECT_EQ(&spare.buf, spare.ptr);
 }
 
-TEST(ConfPush, ExternalPduWithDataCopiesHeadersAndBodyIntoTheSpare) {
+TEST(ApiPush, ExternalPduWithDataCopiesHeadersAndBodyIntoTheSpare) {
     const Bytes body = bytes({0x8C, 0x82, 0x98, 0x31, 0x00});
     PushPdu pdu(cat({bytes({0x06, 0x03, 0xBE, 0xAF, 0x84}), body}), bytes({0x09}), true);
     wsp_push_result res = dirty_result();
@@ -218,7 +216,7 @@ TEST(ConfPush, ExternalPduWithDataCopiesHeadersAndBodyIntoTheSpare) {
     EXPECT_EQ(10, pdu.buf.length);
 }
 
-TEST(ConfPush, ContentTypeFillingHeadersLenWithData) {
+TEST(ApiPush, ContentTypeFillingHeadersLenWithData) {
     const Bytes body = bytes({0x02, 0x05, 0x6A, 0x00});
     PushPdu own(cat({bytes({0x06, 0x01, 0xAE}), body}));
     wsp_push_result res = dirty_result();
@@ -242,7 +240,7 @@ TEST(ConfPush, ContentTypeFillingHeadersLenWithData) {
     EXPECT_EQ(hex(body), hex(spare.valid()));
 }
 
-TEST(ConfPush, ContentTypeLongerThanHeadersLenWithDataFails) {
+TEST(ApiPush, ContentTypeLongerThanHeadersLenWithDataFails) {
     PushPdu pdu(bytes({0x06, 0x02, 0x61, 0x2F, 0x62, 0x00, 0xFF, 0xFF}));
     wsp_push_result res = dirty_result();
     wsp_buffer *none = nullptr;
@@ -261,7 +259,7 @@ Bytes overlong_parameter_content_type() {
 }
 } // namespace
 
-TEST(ConfPush, ContentTypeStatusIsPassedOnWithoutData) {
+TEST(ApiPush, ContentTypeStatusIsPassedOnWithoutData) {
     PushPdu pdu(cat({bytes({0x06, 0x82, 0x00}), overlong_parameter_content_type()}));
     wsp_push_result res = dirty_result();
     wsp_buffer *none = nullptr;
@@ -273,7 +271,7 @@ TEST(ConfPush, ContentTypeStatusIsPassedOnWithoutData) {
     EXPECT_EQ(WSP_ERR_FAIL, wsp_push_decoding(&bad.buf, &res, &none));
 }
 
-TEST(ConfPush, ContentTypeFailureWithDataIsReportedAsFailure) {
+TEST(ApiPush, ContentTypeFailureWithDataIsReportedAsFailure) {
     PushPdu pdu(cat({bytes({0x06, 0x82, 0x00}), overlong_parameter_content_type(), bytes({0x01, 0x02})}));
     wsp_push_result res = dirty_result();
     wsp_buffer *none = nullptr;
@@ -291,7 +289,7 @@ Bytes content_type_of_260_octets() {
 }
 } // namespace
 
-TEST(ConfPush, WithDataTheContentTypeOctetsAreCountedInEightBits) {
+TEST(ApiPush, WithDataTheContentTypeOctetsAreCountedInEightBits) {
     // HeadersLen 262 = 260 octets of content type + AF 84; 5 octets of data.
     // The content type's 260 octets count as 4, so the headers are taken to
     // be 258 octets long and the run to be 263.
@@ -324,7 +322,7 @@ TEST(ConfPush, WithDataTheContentTypeOctetsAreCountedInEightBits) {
     EXPECT_EQ(hex(cat({bytes({0xAF, 0x84}), body})), hex(spare.buf.data, 7));
 }
 
-TEST(ConfPush, WithoutDataTheContentTypeOctetsAreCountedInFull) {
+TEST(ApiPush, WithoutDataTheContentTypeOctetsAreCountedInFull) {
     PushPdu pdu(cat({bytes({0x06, 0x82, 0x06}), content_type_of_260_octets(), bytes({0xAF, 0x84})}));
     wsp_push_result res = dirty_result();
     wsp_buffer *none = nullptr;
@@ -335,11 +333,11 @@ TEST(ConfPush, WithoutDataTheContentTypeOctetsAreCountedInFull) {
     EXPECT_EQ("x-wap-application-id:x-wap-application:mms.ua\n", push_headers_text(res));
 }
 
-TEST(ConfPush, TwoOctetHeadersLen) {
+TEST(ApiPush, TwoOctetHeadersLen) {
     // HeadersLen 128: content type BE, then an application header of 127
     // octets; no data.
     std::string value(124, 'y');
-    PushPdu pdu(cat({bytes({0x06, 0x81, 0x00, 0xBE}), text0("x"), text0(value.c_str())}));
+    PushPdu pdu(cat({bytes({0x06, 0x81, 0x00, 0xBE}), cstr("x"), cstr(value.c_str())}));
     ASSERT_EQ(131, pdu.buf.length);
     wsp_push_result res = dirty_result();
     wsp_buffer *none = nullptr;
@@ -349,7 +347,7 @@ TEST(ConfPush, TwoOctetHeadersLen) {
     EXPECT_EQ("x:" + value + "\n", push_headers_text(res));
 }
 
-TEST(ConfPush, ReleasingBothHoldersOfAnOwnPduFreesItOnce) {
+TEST(ApiPush, ReleasingBothHoldersOfAnOwnPduFreesItOnce) {
     PushPdu pdu(cat({bytes({0x06, 0x03, 0xBE, 0xAF, 0x84}), kMmsNotification}));
     wsp_push_result res = dirty_result();
     wsp_buffer *none = nullptr;
@@ -360,7 +358,7 @@ TEST(ConfPush, ReleasingBothHoldersOfAnOwnPduFreesItOnce) {
     EXPECT_EQ(nullptr, pdu.buf.data);
 }
 
-TEST(ConfPush, ExternalPduIsNeverFreedByTheReleases) {
+TEST(ApiPush, ExternalPduIsNeverFreedByTheReleases) {
     PushPdu pdu(cat({bytes({0x06, 0x03, 0xBE, 0xAF, 0x84}), kMmsNotification}), {}, true);
     wsp_push_result res = dirty_result();
     SpareBuffer spare;
@@ -374,7 +372,7 @@ TEST(ConfPush, ExternalPduIsNeverFreedByTheReleases) {
 // ===========================================================================
 // The two halves of push decoding, called directly
 
-TEST(ConfDecodeHdr, CopiesIntoAFreshBlockAndAdvancesTheCursor) {
+TEST(ApiDecodeHdr, CopiesIntoAFreshBlockAndAdvancesTheCursor) {
     const uint8_t in[] = {0xAF, 0x84, 0x8D, 0x90, 0x55};
     const uint8_t *p = in;
     wsp_buffer target;
@@ -393,7 +391,7 @@ TEST(ConfDecodeHdr, CopiesIntoAFreshBlockAndAdvancesTheCursor) {
     std::free(target.data);
 }
 
-TEST(ConfDecodeHentity, OwnPduIsRepointedAndTheCursorKept) {
+TEST(ApiDecodeHentity, OwnPduIsRepointedAndTheCursorKept) {
     PushPdu pdu(bytes({0x06, 0x03, 0xBE, 0xAF, 0x84, 0x11, 0x22}));
     wsp_push_result res = dirty_result();
     const uint8_t *cursor = pdu.buf.data + 2;
@@ -409,7 +407,7 @@ TEST(ConfDecodeHentity, OwnPduIsRepointedAndTheCursorKept) {
     EXPECT_EQ("AF 84 11 22", hex(pdu.valid()));
 }
 
-TEST(ConfDecodeHentity, ExternalPduFillsTheBodyHoldersBuffer) {
+TEST(ApiDecodeHentity, ExternalPduFillsTheBodyHoldersBuffer) {
     PushPdu pdu(bytes({0x06, 0x03, 0xBE, 0xAF, 0x84, 0x11, 0x22}), {}, true);
     wsp_push_result res = dirty_result();
     SpareBuffer spare;
@@ -428,7 +426,7 @@ TEST(ConfDecodeHentity, ExternalPduFillsTheBodyHoldersBuffer) {
     EXPECT_EQ(7, pdu.buf.length);
 }
 
-TEST(ConfDecodeHentity, ContentTypeStatusPassesUnchanged) {
+TEST(ApiDecodeHentity, ContentTypeStatusPassesUnchanged) {
     Bytes pdu_bytes = cat({bytes({0x06, 0x82, 0x00}), overlong_parameter_content_type(), bytes({0x01})});
     PushPdu pdu(pdu_bytes);
     wsp_push_result res = dirty_result();
@@ -438,7 +436,7 @@ TEST(ConfDecodeHentity, ContentTypeStatusPassesUnchanged) {
     EXPECT_EQ(pdu_bytes.size(), pdu.buf.length);
 }
 
-TEST(ConfDecodeHentity, ContentTypeBeyondHeadersLenFails) {
+TEST(ApiDecodeHentity, ContentTypeBeyondHeadersLenFails) {
     PushPdu pdu(bytes({0x06, 0x02, 0x61, 0x2F, 0x62, 0x00, 0xFF, 0xFF}));
     wsp_push_result res = dirty_result();
     const uint8_t *cursor = pdu.buf.data + 2;

@@ -1,9 +1,7 @@
-// Acceptance checks with push PDUs shaped like the ones handsets receive
-// (multimedia notifications, service indications and loadings, provisioning,
-// rights objects, device management ...) and with a reply header block as
-// received, all through the public header.
-// Every expected value here was worked out by hand from the documented
-// behaviour, never copied from the library's output.
+// Push PDUs shaped like the ones handsets receive (multimedia
+// notifications, service indications and loadings, provisioning, rights
+// objects, device management ...) and a reply header block as received, all
+// through the public header.
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -11,22 +9,22 @@
 #include <cstring>
 #include <string>
 
-#include "api_core_support.h"
+#include "api_support.h"
 #include "tarnwspencdec.h"
 #include "wsp_test_support.h"
 
 using namespace wsp_test;
-using namespace conformance_core;
+using namespace api_core;
 
 namespace {
 
 // A tokenised service indication (version, public id, charset, si, indication
 // with href and text).
-const Bytes kSiBody = cat({bytes({0x02, 0x05, 0x6A, 0x00, 0x45, 0xC6, 0x0C, 0x03}), text0("example.org/news"),
-                           bytes({0x01, 0x03}), text0("Headlines"), bytes({0x01, 0x01})});
+const Bytes kSiBody = cat({bytes({0x02, 0x05, 0x6A, 0x00, 0x45, 0xC6, 0x0C, 0x03}), cstr("example.org/news"),
+                           bytes({0x01, 0x03}), cstr("Headlines"), bytes({0x01, 0x01})});
 
 // A tokenised service loading (version, public id, charset, sl with href).
-const Bytes kSlBody = cat({bytes({0x02, 0x06, 0x6A, 0x00, 0x85, 0x0A, 0x03}), text0("example.org/app.jad"),
+const Bytes kSlBody = cat({bytes({0x02, 0x06, 0x6A, 0x00, 0x85, 0x0A, 0x03}), cstr("example.org/app.jad"),
                            bytes({0x01})});
 
 // A tokenised provisioning document opening.
@@ -48,8 +46,8 @@ const char kMac[] = "7F3A9C21B0E45D6A8F1C2B3D4E5F60718293A4B5";
 // ===========================================================================
 // Push PDUs as handsets receive them
 
-TEST(ConfPushRealistic, MmsNotificationWithTextualContentTypeAndTransactionId) {
-    const Bytes ct = text0("application/vnd.wap.mms-message");
+TEST(ApiPushRealistic, MmsNotificationWithTextualContentTypeAndTransactionId) {
+    const Bytes ct = cstr("application/vnd.wap.mms-message");
     ASSERT_EQ(32u, ct.size());
     const Bytes pdu_bytes = cat({bytes({0x06, 0x22}), ct, bytes({0xAF, 0x84}), kMmsNotification});
     PushPdu pdu(pdu_bytes, bytes({0x01}));
@@ -83,7 +81,7 @@ TEST(ConfPushRealistic, MmsNotificationWithTextualContentTypeAndTransactionId) {
     EXPECT_EQ(nullptr, res.body.body);
 }
 
-TEST(ConfPushRealistic, MmsNotificationWithWellKnownContentTypeInAnExternalBuffer) {
+TEST(ApiPushRealistic, MmsNotificationWithWellKnownContentTypeInAnExternalBuffer) {
     const Bytes pdu_bytes = cat({bytes({0x06, 0x03, 0xBE, 0xAF, 0x84}), kMmsNotification});
     PushPdu pdu(pdu_bytes, {}, true);
     wsp_push_result res = dirty_result();
@@ -105,11 +103,11 @@ TEST(ConfPushRealistic, MmsNotificationWithWellKnownContentTypeInAnExternalBuffe
     EXPECT_EQ(hex(cat({bytes({0xAF, 0x84}), kMmsNotification})), hex(out.body.data, out.body.length));
 }
 
-TEST(ConfPushRealistic, MmsNotificationWithAFullHeaderSet) {
+TEST(ApiPushRealistic, MmsNotificationWithAFullHeaderSet) {
     const Bytes headers =
-        cat({bytes({0xAF, 0x84, 0xB1}), text0("http://mmsc.example.net/"),
+        cat({bytes({0xAF, 0x84, 0xB1}), cstr("http://mmsc.example.net/"),
              bytes({0x92, 0x04, 0x2E, 0xBC, 0x98, 0xA1, 0x8D, static_cast<int>(0x80 | kMmsNotification.size())}),
-             bytes({0x93, 0x22}), text0("v1"), bytes({0xB4, 0x81}), text0("X-Mms-Note"), text0("ok")});
+             bytes({0x93, 0x22}), cstr("v1"), bytes({0xB4, 0x81}), cstr("X-Mms-Note"), cstr("ok")});
     const size_t hl = 1 + headers.size();
     ASSERT_LT(hl, 128u);
     ASSERT_LT(kMmsNotification.size(), 128u);
@@ -131,7 +129,7 @@ TEST(ConfPushRealistic, MmsNotificationWithAFullHeaderSet) {
               push_headers_text(res));
 }
 
-TEST(ConfPushRealistic, ServiceIndicationWithoutHeaders) {
+TEST(ApiPushRealistic, ServiceIndicationWithoutHeaders) {
     PushPdu pdu(cat({bytes({0x06, 0x01, 0xAE}), kSiBody}), bytes({0x25}));
     wsp_push_result res = dirty_result();
     wsp_buffer *none = nullptr;
@@ -152,7 +150,7 @@ TEST(ConfPushRealistic, ServiceIndicationWithoutHeaders) {
     EXPECT_EQ(kSiBody.size(), out.body.size);
 }
 
-TEST(ConfPushRealistic, ServiceIndicationWithCharsetAndApplicationId) {
+TEST(ApiPushRealistic, ServiceIndicationWithCharsetAndApplicationId) {
     PushPdu pdu(cat({bytes({0x06, 0x06, 0x03, 0xAE, 0x81, 0xEA, 0xAF, 0x82}), kSiBody}), bytes({0x3A}));
     wsp_push_result res = dirty_result();
     wsp_buffer *none = nullptr;
@@ -164,7 +162,7 @@ TEST(ConfPushRealistic, ServiceIndicationWithCharsetAndApplicationId) {
     EXPECT_EQ("x-wap-application-id:x-wap-application:wml.ua\n", push_headers_text(res));
 }
 
-TEST(ConfPushRealistic, ServiceLoadingInAnExternalBuffer) {
+TEST(ApiPushRealistic, ServiceLoadingInAnExternalBuffer) {
     PushPdu pdu(cat({bytes({0x06, 0x01, 0xB0}), kSlBody}), bytes({0x0B}), true);
     wsp_push_result res = dirty_result();
     SpareBuffer spare;
@@ -177,8 +175,8 @@ TEST(ConfPushRealistic, ServiceLoadingInAnExternalBuffer) {
     EXPECT_EQ(kSlBody.size(), spare.buf.size);
 }
 
-TEST(ConfPushRealistic, ProvisioningWithSecurityAndMac) {
-    const Bytes ct = cat({bytes({0x1F, 0x2D, 0xB6, 0x91, 0x81, 0x92}), text0(kMac)});
+TEST(ApiPushRealistic, ProvisioningWithSecurityAndMac) {
+    const Bytes ct = cat({bytes({0x1F, 0x2D, 0xB6, 0x91, 0x81, 0x92}), cstr(kMac)});
     ASSERT_EQ(47u, ct.size());
     PushPdu pdu(cat({bytes({0x06, 0x2F}), ct, kProvisioningBody}), bytes({0x01}));
     wsp_push_result res = dirty_result();
@@ -202,8 +200,8 @@ TEST(ConfPushRealistic, ProvisioningWithSecurityAndMac) {
     EXPECT_EQ(hex(Bytes(50, 0)), hex(out.body.data + 19, 50));
 }
 
-TEST(ConfPushRealistic, ProvisioningWithNetworkPinInAnExternalBuffer) {
-    const Bytes ct = cat({bytes({0x1F, 0x2D, 0xB6, 0x91, 0x80, 0x92}), text0(kMac)});
+TEST(ApiPushRealistic, ProvisioningWithNetworkPinInAnExternalBuffer) {
+    const Bytes ct = cat({bytes({0x1F, 0x2D, 0xB6, 0x91, 0x80, 0x92}), cstr(kMac)});
     PushPdu pdu(cat({bytes({0x06, 0x31}), ct, bytes({0xAF, 0x80}), kProvisioningBody}), {}, true);
     wsp_push_result res = dirty_result();
     SpareBuffer spare;
@@ -215,7 +213,7 @@ TEST(ConfPushRealistic, ProvisioningWithNetworkPinInAnExternalBuffer) {
     EXPECT_EQ("x-wap-application-id:x-wap-application:*\n", push_headers_text(res));
 }
 
-TEST(ConfPushRealistic, DrmRightsObject) {
+TEST(ApiPushRealistic, DrmRightsObject) {
     PushPdu pdu(cat({bytes({0x06, 0x03, 0xCB, 0xAF, 0x88}), kRightsBody}), {}, true);
     wsp_push_result res = dirty_result();
     SpareBuffer spare;
@@ -226,7 +224,7 @@ TEST(ConfPushRealistic, DrmRightsObject) {
     EXPECT_EQ(hex(cat({bytes({0xAF, 0x88}), kRightsBody})), hex(spare.valid()));
 }
 
-TEST(ConfPushRealistic, DrmRightsAsTextualXml) {
+TEST(ApiPushRealistic, DrmRightsAsTextualXml) {
     const Bytes body = text_bytes("<o-ex:rights/>");
     PushPdu pdu(cat({bytes({0x06, 0x03, 0xCA, 0xAF, 0x88}), body}), bytes({0x44}));
     wsp_push_result res = dirty_result();
@@ -236,7 +234,7 @@ TEST(ConfPushRealistic, DrmRightsAsTextualXml) {
     EXPECT_EQ("x-wap-application-id:x-wap-application:drm.ua\n", push_headers_text(res));
 }
 
-TEST(ConfPushRealistic, DeviceManagementNotification) {
+TEST(ApiPushRealistic, DeviceManagementNotification) {
     PushPdu pdu(cat({bytes({0x06, 0x03, 0xC4, 0xAF, 0x87}), kDmNotification}), bytes({0x6F}));
     wsp_push_result res = dirty_result();
     wsp_buffer *none = nullptr;
@@ -247,8 +245,8 @@ TEST(ConfPushRealistic, DeviceManagementNotification) {
     EXPECT_EQ("x-wap-application-id:x-wap-application:syncml.dm\n", push_headers_text(res));
 }
 
-TEST(ConfPushRealistic, EmailNotificationWithTextualMediaAndCharset) {
-    const Bytes ct = cat({bytes({0x1F, 0x20}), text0("application/vnd.wap.emn+wbxml"), bytes({0x81, 0xEA})});
+TEST(ApiPushRealistic, EmailNotificationWithTextualMediaAndCharset) {
+    const Bytes ct = cat({bytes({0x1F, 0x20}), cstr("application/vnd.wap.emn+wbxml"), bytes({0x81, 0xEA})});
     ASSERT_EQ(34u, ct.size());
     const Bytes body = bytes({0x03, 0x0D, 0x6A, 0x00, 0x85, 0x05, 0x03, 0x40, 0x00, 0x01});
     PushPdu pdu(cat({bytes({0x06, 0x24}), ct, bytes({0xAF, 0x89}), body}), {}, true);
@@ -261,9 +259,9 @@ TEST(ConfPushRealistic, EmailNotificationWithTextualMediaAndCharset) {
     EXPECT_EQ("x-wap-application-id:x-wap-application:emn.ua\n", push_headers_text(res));
 }
 
-TEST(ConfPushRealistic, TextMediaWithTextualApplicationId) {
-    const Bytes ct = text0("text/x-example-list");
-    const Bytes headers = cat({bytes({0xAF}), text0("x-oma-application:example.ua")});
+TEST(ApiPushRealistic, TextMediaWithTextualApplicationId) {
+    const Bytes ct = cstr("text/x-example-list");
+    const Bytes headers = cat({bytes({0xAF}), cstr("x-oma-application:example.ua")});
     const Bytes body = text_bytes("Name: Game\nVersion: 1.0\n");
     PushPdu pdu(cat({bytes({0x06, static_cast<int>(ct.size() + headers.size())}), ct, headers, body}),
                 bytes({0x02}));
@@ -275,7 +273,7 @@ TEST(ConfPushRealistic, TextMediaWithTextualApplicationId) {
     EXPECT_EQ("x-wap-application-id:x-oma-application:example.ua\n", push_headers_text(res));
 }
 
-TEST(ConfPushRealistic, PlainTextWithCharset) {
+TEST(ApiPushRealistic, PlainTextWithCharset) {
     const Bytes body = text_bytes("Hello");
     PushPdu pdu(cat({bytes({0x06, 0x04, 0x03, 0x83, 0x81, 0xEA}), body}));
     wsp_push_result res = dirty_result();
@@ -286,7 +284,7 @@ TEST(ConfPushRealistic, PlainTextWithCharset) {
     EXPECT_EQ(hex(body), hex(pdu.valid()));
 }
 
-TEST(ConfPushRealistic, LongIntegerContentType) {
+TEST(ApiPushRealistic, LongIntegerContentType) {
     const Bytes body = bytes({0x01, 0x02, 0x03});
     PushPdu pdu(cat({bytes({0x06, 0x04, 0x03, 0x02, 0x02, 0x01}), body}));
     wsp_push_result res = dirty_result();
@@ -298,11 +296,11 @@ TEST(ConfPushRealistic, LongIntegerContentType) {
     EXPECT_EQ(hex(body), hex(pdu.valid()));
 }
 
-TEST(ConfHeaderBlocks, ReplyHeadersAsReceived) {
+TEST(ApiHeaderBlocks, ReplyHeadersAsReceived) {
     const Bytes block = cat({bytes({0x92, 0x04, 0x4F, 0x61, 0xC4, 0xA8}), bytes({0x8D, 0x02, 0x04, 0x00}),
-                             bytes({0x88, 0x04, 0x82, 0x02, 0x0E, 0x10}), bytes({0x93}), text0("\"abc123"),
-                             bytes({0x9D, 0x04, 0x4F, 0x61, 0xC4, 0xA8, 0x8E}), text0("http://example.com/x"),
-                             text0("X-Powered-By"), text0("gateway")});
+                             bytes({0x88, 0x04, 0x82, 0x02, 0x0E, 0x10}), bytes({0x93}), cstr("\"abc123"),
+                             bytes({0x9D, 0x04, 0x4F, 0x61, 0xC4, 0xA8, 0x8E}), cstr("http://example.com/x"),
+                             cstr("X-Powered-By"), cstr("gateway")});
     EXPECT_EQ("date:Thu, 15 Mar 2012 10:30:00 GMT\n"
               "content-length:1024\n"
               "cache-control:max-age=3600\n"

@@ -1,7 +1,5 @@
-// Acceptance checks of the status values, the fixed switches and the release
-// functions, made through the public header alone.
-// Every expected value here was worked out by hand from the documented
-// behaviour, never copied from the library's output.
+// The status values, the fixed switches and the release functions, seen
+// through the public header.
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -9,17 +7,17 @@
 #include <cstring>
 #include <string>
 
-#include "api_core_support.h"
+#include "api_support.h"
 #include "tarnwspencdec.h"
 #include "wsp_test_support.h"
 
 using namespace wsp_test;
-using namespace conformance_core;
+using namespace api_core;
 
 // ===========================================================================
 // Records, statuses and switches
 
-TEST(ConfStatus, CodesAndPatterns) {
+TEST(ApiStatus, CodesAndPatterns) {
     EXPECT_EQ(32767, WSP_OK);
     EXPECT_EQ(-211, WSP_ERR_ARG);
     EXPECT_EQ(-214, WSP_ERR_FAIL);
@@ -31,7 +29,7 @@ TEST(ConfStatus, CodesAndPatterns) {
     EXPECT_EQ(1, WSP_BUFFER_EXTERNAL);
 }
 
-TEST(ConfSwitches, ExportedSwitchesReturnTheirFixedValuesOnEveryCall) {
+TEST(ApiSwitches, ExportedSwitchesReturnTheirFixedValuesOnEveryCall) {
     for (int i = 0; i < 3; ++i) {
         EXPECT_EQ(1, device_is_sar_enabled());
         EXPECT_EQ(1, device_is_optionTPI_support_enabled());
@@ -40,13 +38,13 @@ TEST(ConfSwitches, ExportedSwitchesReturnTheirFixedValuesOnEveryCall) {
     }
 }
 
-TEST(ConfSwitches, ContentIdAcceptsPlainTextAndQuotedForms) {
+TEST(ApiSwitches, ContentIdAcceptsPlainTextAndQuotedForms) {
     // The Content-ID decoder takes both forms; the quote octet is dropped.
-    EXPECT_EQ("content-id:abc\n", decoded_text(cat({bytes({0xC0}), text0("abc")}), 3));
-    EXPECT_EQ("content-id:<p1>\n", decoded_text(cat({bytes({0xC0, 0x22}), text0("<p1>")}), 3));
+    EXPECT_EQ("content-id:abc\n", decoded_text(cat({bytes({0xC0}), cstr("abc")}), 3));
+    EXPECT_EQ("content-id:<p1>\n", decoded_text(cat({bytes({0xC0, 0x22}), cstr("<p1>")}), 3));
 }
 
-TEST(ConfSwitches, EncodingVersionUsesItsWellKnownEncoding) {
+TEST(ApiSwitches, EncodingVersionUsesItsWellKnownEncoding) {
     EXPECT_EQ("C3 9F", encoded_hex("encoding-version: 1.0", "1.3"));
     EXPECT_EQ("C3 93", encoded_hex("Encoding-Version: 1.3", "1.4"));
 }
@@ -54,7 +52,7 @@ TEST(ConfSwitches, EncodingVersionUsesItsWellKnownEncoding) {
 // ===========================================================================
 // Release functions
 
-TEST(ConfRelease, HdrbufFreesOwnDataAndKeepsTheCounts) {
+TEST(ApiRelease, HdrbufFreesOwnDataAndKeepsTheCounts) {
     wsp_buffer b;
     std::memset(&b, 0, sizeof b);
     b.data = static_cast<unsigned char *>(std::calloc(8, 1));
@@ -76,7 +74,7 @@ TEST(ConfRelease, HdrbufFreesOwnDataAndKeepsTheCounts) {
     EXPECT_EQ(nullptr, b.data);
 }
 
-TEST(ConfRelease, HdrbufLeavesExternalDataAlone) {
+TEST(ApiRelease, HdrbufLeavesExternalDataAlone) {
     unsigned char mine[4] = {1, 2, 3, 4};
     wsp_buffer b;
     std::memset(&b, 0, sizeof b);
@@ -92,7 +90,7 @@ TEST(ConfRelease, HdrbufLeavesExternalDataAlone) {
     EXPECT_EQ(4, mine[3]);
 }
 
-TEST(ConfRelease, HdrbufWithoutHolderBufferOrDataIsANoOp) {
+TEST(ApiRelease, HdrbufWithoutHolderBufferOrDataIsANoOp) {
     wsp_dealloc_hdrbuf(nullptr);
     wsp_hdrbuf h;
     h.length = 3;
@@ -106,7 +104,7 @@ TEST(ConfRelease, HdrbufWithoutHolderBufferOrDataIsANoOp) {
     EXPECT_EQ(nullptr, b.data);
 }
 
-TEST(ConfRelease, BodybufFreesOwnDataAndIsHarmlessTwice) {
+TEST(ApiRelease, BodybufFreesOwnDataAndIsHarmlessTwice) {
     wsp_buffer b;
     std::memset(&b, 0, sizeof b);
     b.data = static_cast<unsigned char *>(std::calloc(6, 1));
@@ -126,7 +124,7 @@ TEST(ConfRelease, BodybufFreesOwnDataAndIsHarmlessTwice) {
     EXPECT_EQ(nullptr, b.data);
 }
 
-TEST(ConfRelease, BodybufLeavesExternalDataAndMissingBodyAlone) {
+TEST(ApiRelease, BodybufLeavesExternalDataAndMissingBodyAlone) {
     unsigned char mine[2] = {9, 8};
     wsp_buffer b;
     std::memset(&b, 0, sizeof b);
@@ -153,7 +151,7 @@ wsp_capab_item *new_item(bool with_data) {
 }
 } // namespace
 
-TEST(ConfRelease, CapabReleasesAllThreeItemsAndLeavesTheLeadingFields) {
+TEST(ApiRelease, CapabReleasesAllThreeItemsAndLeavesTheLeadingFields) {
     wsp_capab c;
     c.client_sdu_size = 1400;
     c.server_sdu_size = 1400;
@@ -172,7 +170,7 @@ TEST(ConfRelease, CapabReleasesAllThreeItemsAndLeavesTheLeadingFields) {
     EXPECT_EQ(0x0101u, c.method_mor_push_mor);
 }
 
-TEST(ConfRelease, CapabWithoutSecondItemStillReleasesThirdAndFirst) {
+TEST(ApiRelease, CapabWithoutSecondItemStillReleasesThirdAndFirst) {
     wsp_capab c;
     std::memset(&c, 0, sizeof c);
     c.first = new_item(true);

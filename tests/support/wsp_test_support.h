@@ -1,6 +1,7 @@
-// Small helpers shared by the unit tests: byte vectors, hex text, and
-// output buffers whose data block has exactly the size handed to the
-// library, so that ASan reports any write past `size`.
+// Helpers shared by both test suites (unit/ and api/): byte vectors, hex
+// text, texts with their NUL, and input and output buffers whose data block
+// has exactly the size handed to the library, so that ASan reports any
+// access past it.
 #ifndef WSP_TEST_SUPPORT_H
 #define WSP_TEST_SUPPORT_H
 
@@ -25,6 +26,13 @@ inline Bytes bytes(std::initializer_list<int> values) {
 
 // Bytes of a C string, without its NUL.
 inline Bytes text_bytes(const char *s) { return Bytes(s, s + std::strlen(s)); }
+
+// A text's octets followed by its NUL.
+inline Bytes cstr(const std::string &s) {
+    Bytes b(s.begin(), s.end());
+    b.push_back(0);
+    return b;
+}
 
 // Concatenation.
 inline Bytes cat(std::initializer_list<Bytes> parts) {

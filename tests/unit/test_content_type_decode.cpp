@@ -33,12 +33,6 @@ Result decode(const Bytes &in, int avail = -1, const char *before = "junk") {
     return r;
 }
 
-Bytes str0(const std::string &s) {
-    Bytes b(s.begin(), s.end());
-    b.push_back(0);
-    return b;
-}
-
 // A general-form value: Value-length (short or quoted) then body.
 Bytes general(const Bytes &body) {
     if (body.size() <= 30) return cat({bytes({static_cast<int>(body.size())}), body});
@@ -110,24 +104,24 @@ TEST(DecodeContent, CodesAbove81Refused) {
 }
 
 TEST(DecodeContent, MediaText) {
-    Result r = decode(cat({str0("text/x-foo"), bytes({0x99})}));
+    Result r = decode(cat({cstr("text/x-foo"), bytes({0x99})}));
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, "text/x-foo");
     EXPECT_EQ(r.moved, 11);
 }
 
 TEST(DecodeContent, MediaTextCapacity150) {
-    Result ok = decode(str0(std::string(149, 'm')));
+    Result ok = decode(cstr(std::string(149, 'm')));
     EXPECT_EQ(ok.status, WSP_OK);
     EXPECT_EQ(ok.text, std::string(149, 'm'));
     EXPECT_EQ(ok.moved, 150);
-    Result too_long = decode(str0(std::string(150, 'm')));
+    Result too_long = decode(cstr(std::string(150, 'm')));
     EXPECT_EQ(too_long.status, WSP_ERR_FAIL);
     EXPECT_EQ(too_long.moved, 0);
 }
 
 TEST(DecodeContent, MediaTextMustEndBeforeAvail) {
-    Result r = decode(str0("text/x"), 6);
+    Result r = decode(cstr("text/x"), 6);
     EXPECT_EQ(r.status, WSP_ERR_FAIL);
     EXPECT_EQ(r.moved, 0);
     r = decode(bytes({'a', 0x01, 0}));
@@ -136,7 +130,7 @@ TEST(DecodeContent, MediaTextMustEndBeforeAvail) {
 
 TEST(DecodeContent, QuotedFormsRefused) {
     EXPECT_EQ(decode(bytes({0x7F, 0xE9, 0})).status, WSP_ERR_FAIL);
-    Result r = decode(str0("\"text/x"));
+    Result r = decode(cstr("\"text/x"));
     EXPECT_EQ(r.status, WSP_ERR_FAIL);
     EXPECT_EQ(r.moved, 0);
 }
@@ -177,7 +171,7 @@ TEST(DecodeContent, GeneralLongIntegerWithoutRowFails) {
 }
 
 TEST(DecodeContent, GeneralMediaText) {
-    Result r = decode(general(str0("text/x")));
+    Result r = decode(general(cstr("text/x")));
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, "text/x");
     EXPECT_EQ(r.moved, 8);
@@ -207,7 +201,7 @@ TEST(DecodeContent, SeveralParameters) {
 }
 
 TEST(DecodeContent, MultipartRelatedWithTypeAndStart) {
-    Bytes body = cat({bytes({0xB3, 0x89, 0xA9}), bytes({0x8A}), str0("<a@b>")});
+    Bytes body = cat({bytes({0xB3, 0x89, 0xA9}), bytes({0x8A}), cstr("<a@b>")});
     Result r = decode(general(body));
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, "application/vnd.wap.multipart.related;type=application/vnd.wap.wbxml;start=<a@b>");
@@ -240,7 +234,7 @@ TEST(DecodeContent, ValueLengthPastAvailIsRefused) {
 }
 
 TEST(DecodeContent, MediaLongerThanValueLengthFails) {
-    Result r = decode(cat({bytes({0x02}), str0("abc")}));
+    Result r = decode(cat({bytes({0x02}), cstr("abc")}));
     EXPECT_EQ(r.status, WSP_ERR_FAIL);
     EXPECT_EQ(r.moved, 0);
     // A Long-integer whose length octet equals the value length.
@@ -261,7 +255,7 @@ TEST(DecodeContent, BrokenParameterEmptiesTextAndSkipsValue) {
 }
 
 TEST(DecodeContent, GeneralMediaTextOf149IsDroppedWithValue) {
-    Bytes body = cat({str0(std::string(149, 'm')), bytes({0x81, 0xEA})});
+    Bytes body = cat({cstr(std::string(149, 'm')), bytes({0x81, 0xEA})});
     Bytes in = cat({general(body), bytes({0x99})});
     Result r = decode(in);
     EXPECT_EQ(r.status, WSP_OK);
@@ -270,7 +264,7 @@ TEST(DecodeContent, GeneralMediaTextOf149IsDroppedWithValue) {
 }
 
 TEST(DecodeContent, GeneralMediaTextOf148IsKept) {
-    Bytes body = str0(std::string(148, 'm'));
+    Bytes body = cstr(std::string(148, 'm'));
     Result r = decode(general(body));
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, std::string(148, 'm'));
@@ -279,18 +273,18 @@ TEST(DecodeContent, GeneralMediaTextOf148IsKept) {
 TEST(DecodeContent, ParameterPastCapacityEmptiesText) {
     // 147 + ";" + "x" + 1 reaches 150: the parameter is refused, the text
     // goes, the header stays.  All writes stay inside 151 octets.
-    Bytes body = cat({str0(std::string(147, 'm')), str0("x"), bytes({0x00})});
+    Bytes body = cat({cstr(std::string(147, 'm')), cstr("x"), bytes({0x00})});
     Result r = decode(general(body));
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, "");
-    Bytes body2 = cat({str0(std::string(146, 'm')), str0("x"), bytes({0x00})});
+    Bytes body2 = cat({cstr(std::string(146, 'm')), cstr("x"), bytes({0x00})});
     r = decode(general(body2));
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, std::string(146, 'm') + ";x");
 }
 
 TEST(DecodeContent, TruncatedParameterNameIsReturned) {
-    Bytes body = cat({bytes({0x83}), str0(std::string(200, 'n')), bytes({0x00})});
+    Bytes body = cat({bytes({0x83}), cstr(std::string(200, 'n')), bytes({0x00})});
     Bytes in = general(body);
     Result r = decode(in);
     EXPECT_EQ(r.status, WSP_ERR_TRUNCATED);
@@ -299,7 +293,7 @@ TEST(DecodeContent, TruncatedParameterNameIsReturned) {
 }
 
 TEST(DecodeContent, UntypedParameters) {
-    Bytes body = cat({bytes({0x83}), str0("x"), bytes({0x85}), str0("y"), str0("\"a b")});
+    Bytes body = cat({bytes({0x83}), cstr("x"), bytes({0x85}), cstr("y"), cstr("\"a b")});
     Result r = decode(general(body));
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, "text/plain;x=5;y=\"a b\"");
@@ -318,7 +312,7 @@ TEST(DecodeContent, CutAtEveryLength) {
 }
 
 TEST(DecodeContent, MediaTextCutAtEveryLength) {
-    Bytes full = str0("text/x");
+    Bytes full = cstr("text/x");
     for (size_t n = 0; n < full.size(); ++n) {
         Result r = decode(Bytes(full.begin(), full.begin() + static_cast<long>(n)));
         EXPECT_EQ(r.status, WSP_ERR_FAIL) << n;

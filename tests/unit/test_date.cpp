@@ -19,19 +19,19 @@ using wsp_test::TextCopy;
 
 namespace {
 
-// A date text area of exactly WSP_DATE_TEXT_SIZE bytes on the heap, filled
+// A date text area of exactly WSP_TEXT_CAPACITY bytes on the heap, filled
 // with 0xAA so that stray writes show and over-runs reach ASan.
 class DateArea {
   public:
-    DateArea() : p_(static_cast<char *>(std::malloc(WSP_DATE_TEXT_SIZE))) { std::memset(p_, 0xAA, WSP_DATE_TEXT_SIZE); }
+    DateArea() : p_(static_cast<char *>(std::malloc(WSP_TEXT_CAPACITY))) { std::memset(p_, 0xAA, WSP_TEXT_CAPACITY); }
     ~DateArea() { std::free(p_); }
     DateArea(const DateArea &) = delete;
     DateArea &operator=(const DateArea &) = delete;
     char *get() { return p_; }
-    std::string text() const { return std::string(p_, strnlen(p_, WSP_DATE_TEXT_SIZE)); }
+    std::string text() const { return std::string(p_, strnlen(p_, WSP_TEXT_CAPACITY)); }
     // Bytes after the text's NUL still hold the fill.
     bool untouched_after(size_t n) const {
-        for (size_t i = n; i < WSP_DATE_TEXT_SIZE; ++i)
+        for (size_t i = n; i < WSP_TEXT_CAPACITY; ++i)
             if (static_cast<uint8_t>(p_[i]) != 0xAA) return false;
         return true;
     }

@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "date.h"
+#include "encode/encode.h"
 #include "wsp_test_support.h"
 
 using wsp_test::bytes;

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "decoder_harness.h"
+#include "unit_support.h"
 
 namespace {
 

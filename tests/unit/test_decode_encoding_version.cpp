@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "decoder_harness.h"
+#include "unit_support.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "decode/decode.h"
-#include "decoder_harness.h"
+#include "unit_support.h"
 #include "wsp_test_support.h"
 
 using namespace wsp_test;

@@ -4,7 +4,7 @@
 
 #include "decode/decode.h"
 #include "decode/decoder_support.h"
-#include "decoder_harness.h"
+#include "unit_support.h"
 #include "switches.h"
 #include "wsp_test_support.h"
 

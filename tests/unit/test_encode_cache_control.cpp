@@ -5,23 +5,16 @@
 #include <string>
 
 #include "encode/encode.h"
-#include "wsp_test_support.h"
+#include "unit_support.h"
 
 using namespace wsp_test;
 
 namespace {
 
-struct Encoded {
-    int status;
-    std::string hex;
-    uint16_t length;
-};
+using Encoded = EncodeResult;
 
 Encoded run(uint8_t code, const std::string &value, uint16_t size = 64) {
-    TextCopy text(value);
-    OutBuffer out(size);
-    int status = wsp_encode_cache_control(code, text.get(), out.get(), 3);
-    return {status, out.written_hex(), out->length};
+    return encode_value(wsp_encode_cache_control, code, value, size);
 }
 
 } // namespace

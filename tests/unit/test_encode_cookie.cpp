@@ -6,7 +6,7 @@
 #include <string>
 
 #include "encode/encode.h"
-#include "wsp_test_support.h"
+#include "unit_support.h"
 
 using namespace wsp_test;
 
@@ -14,22 +14,11 @@ namespace {
 
 constexpr uint8_t kCookie = 0x42;
 
-struct Result {
-    int status;
-    std::string hex;
-};
+using Result = EncodeResult;
 
 Result encode(const std::string &value, uint16_t size = 512) {
-    OutBuffer out(size);
-    TextCopy text(value);
-    int status = wsp_encode_cookie(kCookie, text.get(), out.get(), 2);
-    // A failed Long-integer write counts its octets although they did not
-    // fit; only the bytes inside the block are looked at.
-    if (out->length > out->size) return {status, "length past size"};
-    return {status, out.written_hex()};
+    return encode_value(wsp_encode_cookie, kCookie, value, size, 2);
 }
-
-Bytes tx(const char *s) { return cat({text_bytes(s), bytes({0})}); }
 
 // One cookie record: short uintvar length, then the bytes.
 Bytes record(const Bytes &cookie) { return cat({bytes({static_cast<int>(cookie.size())}), cookie}); }
@@ -47,13 +36,13 @@ TEST(EncodeCookie, VersionAndOneCookie) {
 TEST(EncodeCookie, NamesAndValuesKeepTheirCase) {
     Result r = encode("  $VERSION=1.0;Name=Value  ");
     EXPECT_EQ(r.status, WSP_OK);
-    EXPECT_EQ(r.hex, header(cat({bytes({0x9F}), record(cat({tx("Name"), tx("Value")}))})));
+    EXPECT_EQ(r.hex, header(cat({bytes({0x9F}), record(cat({cstr("Name"), cstr("Value")}))})));
 }
 
 TEST(EncodeCookie, PathBelongsToTheCookieBeforeIt) {
     Result r = encode("$Version=1; a=b; $Path=/x; c=d");
     EXPECT_EQ(r.status, WSP_OK);
-    Bytes body = cat({bytes({0x9F}), record(cat({tx("a"), tx("b"), tx("/x")})), record(cat({tx("c"), tx("d")}))});
+    Bytes body = cat({bytes({0x9F}), record(cat({cstr("a"), cstr("b"), cstr("/x")})), record(cat({cstr("c"), cstr("d")}))});
     EXPECT_EQ(r.hex, header(body));
 }
 
@@ -61,14 +50,14 @@ TEST(EncodeCookie, SemicolonAndCommaSeparateAlike) {
     std::string expected = encode("$Version=1; a=b; $Path=/x; c=d; $path=/y").hex;
     EXPECT_EQ(encode("$Version=1, a=b, $Path=/x, c=d, $PATH=/y").hex, expected);
     EXPECT_EQ(encode("$Version=1; a=b, $Path=/x; c=d,$path=/y").hex, expected);
-    Bytes body = cat({bytes({0x9F}), record(cat({tx("a"), tx("b"), tx("/x")})), record(cat({tx("c"), tx("d"), tx("/y")}))});
+    Bytes body = cat({bytes({0x9F}), record(cat({cstr("a"), cstr("b"), cstr("/x")})), record(cat({cstr("c"), cstr("d"), cstr("/y")}))});
     EXPECT_EQ(expected, header(body));
 }
 
 TEST(EncodeCookie, EmptyFieldsBetweenSeparatorsAreSkipped) {
     Result r = encode("$Version=1;; a=b;;c=d;");
     EXPECT_EQ(r.status, WSP_OK);
-    EXPECT_EQ(r.hex, header(cat({bytes({0x9F}), record(cat({tx("a"), tx("b")})), record(cat({tx("c"), tx("d")}))})));
+    EXPECT_EQ(r.hex, header(cat({bytes({0x9F}), record(cat({cstr("a"), cstr("b")})), record(cat({cstr("c"), cstr("d")}))})));
 }
 
 TEST(EncodeCookie, BlanksAroundNamesAndValuesAreTrimmed) {
@@ -78,19 +67,19 @@ TEST(EncodeCookie, BlanksAroundNamesAndValuesAreTrimmed) {
 TEST(EncodeCookie, ValueIsEverythingAfterTheFirstEquals) {
     Result r = encode("$Version=1; a=x==");
     EXPECT_EQ(r.status, WSP_OK);
-    EXPECT_EQ(r.hex, header(cat({bytes({0x9F}), record(cat({tx("a"), tx("x==")}))})));
+    EXPECT_EQ(r.hex, header(cat({bytes({0x9F}), record(cat({cstr("a"), cstr("x==")}))})));
 }
 
 TEST(EncodeCookie, QuotedValueKeepsSeparatorsAndQuotes) {
     Result r = encode("$Version=1; a=\"x;y,z\"");
     EXPECT_EQ(r.status, WSP_OK);
-    EXPECT_EQ(r.hex, header(cat({bytes({0x9F}), record(cat({tx("a"), tx("\"x;y,z\"")}))})));
+    EXPECT_EQ(r.hex, header(cat({bytes({0x9F}), record(cat({cstr("a"), cstr("\"x;y,z\"")}))})));
 }
 
 TEST(EncodeCookie, QuotedVersionIsWrittenAsText) {
     Result r = encode("$Version=\"1\"; a=b");
     EXPECT_EQ(r.status, WSP_OK);
-    EXPECT_EQ(r.hex, header(cat({tx("\"1\""), record(cat({tx("a"), tx("b")}))})));
+    EXPECT_EQ(r.hex, header(cat({cstr("\"1\""), record(cat({cstr("a"), cstr("b")}))})));
 }
 
 TEST(EncodeCookie, ValueStartingHighGetsAQuote) {
@@ -108,7 +97,7 @@ TEST(EncodeCookie, VersionAloneHasNoCookies) {
 TEST(EncodeCookie, OtherDollarAttributesArePassedOver) {
     Result r = encode("$Version=1; $Domain=.x.org; a=b; $Domain=.y.org; $Path=/p");
     EXPECT_EQ(r.status, WSP_OK);
-    EXPECT_EQ(r.hex, header(cat({bytes({0x9F}), record(cat({tx("a"), tx("b"), tx("/p")}))})));
+    EXPECT_EQ(r.hex, header(cat({bytes({0x9F}), record(cat({cstr("a"), cstr("b"), cstr("/p")}))})));
 }
 
 TEST(EncodeCookie, PathWithoutCookieFails) {
@@ -158,7 +147,7 @@ TEST(EncodeCookie, CookieFillingItsAreaExactly) {
     Result r = encode("$Version=1; " + name + "=" + value);
     EXPECT_EQ(r.status, WSP_OK);
     // 1 (version) + 2 (uintvar 198) + 198 = 201 octets after the length.
-    Bytes expected = cat({bytes({0xC2, 0x1F, 0x81, 0x49, 0x9F, 0x81, 0x46}), tx(name.c_str()), tx(value.c_str())});
+    Bytes expected = cat({bytes({0xC2, 0x1F, 0x81, 0x49, 0x9F, 0x81, 0x46}), cstr(name.c_str()), cstr(value.c_str())});
     EXPECT_EQ(r.hex, hex(expected));
 }
 

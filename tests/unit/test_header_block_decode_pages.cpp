@@ -7,7 +7,7 @@
 #include <string>
 
 #include "decode/decode.h"
-#include "header_block_decode_support.h"
+#include "unit_support.h"
 #include "wsp_test_support.h"
 
 using namespace wsp_test;
@@ -22,7 +22,7 @@ TEST(DecHdr, ShiftToPageOneIsNoChange) {
 }
 
 TEST(DecHdr, BadShiftOctetsRelease) {
-    for (const Bytes &in : {bytes({0x00, 0x85, 0x85}), cat({bytes({0x22}), str0("x")}), bytes({0x85, 0x85, 0x7F})}) {
+    for (const Bytes &in : {bytes({0x00, 0x85, 0x85}), cat({bytes({0x22}), cstr("x")}), bytes({0x85, 0x85, 0x7F})}) {
         Outcome r = run(in);
         EXPECT_EQ(r.status, WSP_ERR_ARG) << hex(in);
         EXPECT_TRUE(r.released);
@@ -56,8 +56,8 @@ TEST(DecHdr, SkipModeToTheEnd) {
 
 TEST(DecHdr, SkipModeFailuresAreArgumentErrors) {
     for (const Bytes &in : {bytes({0x02, 0x91, 'a', 'b'}),          // text without NUL
-                            cat({bytes({0x02}), str0("a b"), str0("v")}), // bad name
-                            cat({bytes({0x02}), str0("x")}),          // name without value
+                            cat({bytes({0x02}), cstr("a b"), cstr("v")}), // bad name
+                            cat({bytes({0x02}), cstr("x")}),          // name without value
                             bytes({0x02, 0x00}),                      // bad shift
                             bytes({0x02, 0x7F}),                      // shift without page
                             bytes({0x02, 0x85})}) {                   // code without value
@@ -84,13 +84,13 @@ TEST(DecHdr, PageNotInListRefused) {
 }
 
 TEST(DecHdr, CodePageHeaderTextValue) {
-    Outcome r = run(cat({bytes({0x02, 0x85}), str0("hello")}), 4, &kPageList);
+    Outcome r = run(cat({bytes({0x02, 0x85}), cstr("hello")}), 4, &kPageList);
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, "X-Page-A:hello\n");
 }
 
 TEST(DecHdr, CodePageHeadersMergeAndKeepTheirSpelling) {
-    Outcome r = run(cat({bytes({0x02, 0x85}), str0("a"), bytes({0x87}), str0("b"), bytes({0x85}), str0("c")}), 4,
+    Outcome r = run(cat({bytes({0x02, 0x85}), cstr("a"), bytes({0x87}), cstr("b"), bytes({0x85}), cstr("c")}), 4,
                     &kPageList);
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, "X-Page-A:a,c\nx-page-b:b\n");
@@ -104,26 +104,26 @@ TEST(DecHdr, CodePageHeaderRawValue) {
 }
 
 TEST(DecHdr, LongShiftSelectsAnyPage) {
-    Outcome r = run(cat({bytes({0x7F, 0x80, 0x81}), str0("v")}), 4, &kPageList);
+    Outcome r = run(cat({bytes({0x7F, 0x80, 0x81}), cstr("v")}), 4, &kPageList);
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, "X-Eighty:v\n");
 }
 
 TEST(DecHdr, BackToPageOneDecodesWellKnownHeaders) {
-    Outcome r = run(cat({bytes({0x02, 0x85}), str0("a"), bytes({0x01, 0x85, 0x85, 0x02, 0x87}), str0("b")}), 4,
+    Outcome r = run(cat({bytes({0x02, 0x85}), cstr("a"), bytes({0x01, 0x85, 0x85, 0x02, 0x87}), cstr("b")}), 4,
                     &kPageList);
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, "X-Page-A:a\nage:5\nx-page-b:b\n");
 }
 
 TEST(DecHdr, ApplicationHeadersOnOtherPages) {
-    Outcome r = run(cat({bytes({0x02}), app("X-App", "v"), bytes({0x85}), str0("w")}), 4, &kPageList);
+    Outcome r = run(cat({bytes({0x02}), app("X-App", "v"), bytes({0x85}), cstr("w")}), 4, &kPageList);
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, "x-app:v\nX-Page-A:w\n");
 }
 
 TEST(DecHdr, RowWithoutNameIsSkipped) {
-    Outcome r = run(cat({bytes({0x02, 0x86}), str0("gone"), app("a", "b")}), 4, &kPageList);
+    Outcome r = run(cat({bytes({0x02, 0x86}), cstr("gone"), app("a", "b")}), 4, &kPageList);
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, "a:b\n");
 }
@@ -146,19 +146,19 @@ TEST(DecHdr, NamedEndRowWithNothingLeftFails) {
 }
 
 TEST(DecHdr, UnnamedEndRowSkipsTheValueOnly) {
-    Outcome r = run(cat({bytes({0x7F, 0x80, 0x89}), str0("skipped"), app("x", "y")}), 4, &kPageList);
+    Outcome r = run(cat({bytes({0x7F, 0x80, 0x89}), cstr("skipped"), app("x", "y")}), 4, &kPageList);
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, "x:y\n");
 }
 
 TEST(DecHdr, PageOfMoreThan128RowsSkipsAll) {
-    Outcome r = run(cat({bytes({0x03, 0x85}), str0("skipped"), app("x", "y")}), 4, &kPageList);
+    Outcome r = run(cat({bytes({0x03, 0x85}), cstr("skipped"), app("x", "y")}), 4, &kPageList);
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, "x:y\n");
 }
 
 TEST(DecHdr, PageNamesBoundedTo31Characters) {
-    Outcome r = run(cat({bytes({0x04, 0x81}), str0("v")}), 4, &kPageList);
+    Outcome r = run(cat({bytes({0x04, 0x81}), cstr("v")}), 4, &kPageList);
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, std::string("x-a-very-long-page-header-name-") + ":v\n");
 }
@@ -166,7 +166,7 @@ TEST(DecHdr, PageNamesBoundedTo31Characters) {
 TEST(DecHdr, PageWithoutRowsSkipsAll) {
     const wsp_dec_page no_rows[] = {{2, 3, nullptr}};
     const wsp_dec_page_list list = {1, no_rows};
-    Outcome r = run(cat({bytes({0x02, 0x85}), str0("skipped"), app("x", "y")}), 4, &list);
+    Outcome r = run(cat({bytes({0x02, 0x85}), cstr("skipped"), app("x", "y")}), 4, &list);
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, "x:y\n");
 }
@@ -175,10 +175,10 @@ TEST(DecHdr, CodePageTextValueFailuresAreArgumentErrors) {
     Outcome r = run(cat({bytes({0x02, 0x85}), bytes({'a', 0x01, 0})}), 4, &kPageList);
     EXPECT_EQ(r.status, WSP_ERR_ARG);
     EXPECT_TRUE(r.released);
-    r = run(cat({bytes({0x02, 0x85}), str0(std::string(198, 'v'))}), 4, &kPageList, 1024);
+    r = run(cat({bytes({0x02, 0x85}), cstr(std::string(198, 'v'))}), 4, &kPageList, 1024);
     EXPECT_EQ(r.status, WSP_ERR_ARG);
     EXPECT_TRUE(r.released);
-    r = run(cat({bytes({0x02, 0x85}), str0(std::string(197, 'v'))}), 4, &kPageList, 1024);
+    r = run(cat({bytes({0x02, 0x85}), cstr(std::string(197, 'v'))}), 4, &kPageList, 1024);
     EXPECT_EQ(r.status, WSP_OK);
 }
 
@@ -192,7 +192,7 @@ TEST(DecHdr, CodePageValueMissingOrUnmeasurableFails) {
 }
 
 TEST(DecHdr, CodePageWriterTruncationKeepsBlock) {
-    Outcome r = run(cat({bytes({0x02, 0x85}), str0("hello")}), 4, &kPageList, 8);
+    Outcome r = run(cat({bytes({0x02, 0x85}), cstr("hello")}), 4, &kPageList, 8);
     EXPECT_EQ(r.status, WSP_ERR_TRUNCATED);
     EXPECT_FALSE(r.released);
 }
@@ -202,7 +202,7 @@ TEST(DecHdr, ShortCutShiftUpTo31) {
     const wsp_code_entry rows[] = {{"x-p31", 2}, {nullptr, 0}};
     const wsp_dec_page page31[] = {{31, 1, rows}};
     const wsp_dec_page_list list = {1, page31};
-    Outcome r = run(cat({bytes({0x1F, 0x82}), str0("v")}), 4, &list);
+    Outcome r = run(cat({bytes({0x1F, 0x82}), cstr("v")}), 4, &list);
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, "x-p31:v\n");
 }
@@ -211,7 +211,7 @@ TEST(DecHdr, CodePageWriterFailureReleases) {
     const wsp_code_entry rows[] = {{"accept-ranges", 1}, {nullptr, 0}};
     const wsp_dec_page page2[] = {{2, 1, rows}};
     const wsp_dec_page_list list = {1, page2};
-    Outcome r = run(cat({bytes({0x02, 0x81}), str0("none"), bytes({0x81}), str0("bytes")}), 4, &list);
+    Outcome r = run(cat({bytes({0x02, 0x81}), cstr("none"), bytes({0x81}), cstr("bytes")}), 4, &list);
     EXPECT_EQ(r.status, WSP_ERR_FAIL);
     EXPECT_TRUE(r.released);
 }

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "decode/decode.h"
-#include "header_block_decode_support.h"
+#include "unit_support.h"
 #include "wsp_test_support.h"
 
 using namespace wsp_test;
@@ -115,12 +115,12 @@ TEST(DecHdr, NameOf30CharactersSkipsWholeHeader) {
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, "b:w\n");
     // Also with a raw value after the long name.
-    r = run(cat({str0(name), bytes({0x02, 0x01, 0x02}), app("b", "w")}));
+    r = run(cat({cstr(name), bytes({0x02, 0x01, 0x02}), app("b", "w")}));
     EXPECT_EQ(r.text, "b:w\n");
 }
 
 TEST(DecHdr, LongNameWhoseValueIsMissingFails) {
-    Outcome r = run(str0(std::string(30, 'n')));
+    Outcome r = run(cstr(std::string(30, 'n')));
     EXPECT_EQ(r.status, WSP_ERR_FAIL);
     EXPECT_TRUE(r.released);
 }
@@ -140,41 +140,41 @@ TEST(DecHdr, ValueOf198CharactersDropsHeader) {
 }
 
 TEST(DecHdr, QuoteAndQuotedStringValues) {
-    Outcome r = run(cat({str0("x"), bytes({0x7F, 0xE9, 'a', 0}), str0("y"), str0("\"q r")}));
+    Outcome r = run(cat({cstr("x"), bytes({0x7F, 0xE9, 'a', 0}), cstr("y"), cstr("\"q r")}));
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, "x:\xE9" "a\ny:\"q r\n");
 }
 
 TEST(DecHdr, EmptyTextValue) {
-    Outcome r = run(cat({str0("x"), bytes({0x00}), app("y", "z")}));
+    Outcome r = run(cat({cstr("x"), bytes({0x00}), app("y", "z")}));
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, "x:\ny:z\n");
 }
 
 TEST(DecHdr, BadNameCharacterReadsValueFromNameStart) {
-    Outcome r = run(cat({str0("X-Foo(bar)"), app("b", "w")}));
+    Outcome r = run(cat({cstr("X-Foo(bar)"), app("b", "w")}));
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, "x-foo:X-Foo(bar)\nb:w\n");
 }
 
 TEST(DecHdr, UnreadableApplicationValueIsArgumentError) {
-    Outcome r = run(cat({str0("x"), bytes({'a', 0x01, 0})}));
+    Outcome r = run(cat({cstr("x"), bytes({'a', 0x01, 0})}));
     EXPECT_EQ(r.status, WSP_ERR_ARG);
     EXPECT_TRUE(r.released);
     // A text that runs to the block's end.
-    r = run(cat({str0("x"), bytes({'a', 'b'})}));
+    r = run(cat({cstr("x"), bytes({'a', 'b'})}));
     EXPECT_EQ(r.status, WSP_ERR_ARG);
     EXPECT_TRUE(r.released);
 }
 
 TEST(DecHdr, MissingApplicationValueFails) {
-    Outcome r = run(str0("x"));
+    Outcome r = run(cstr("x"));
     EXPECT_EQ(r.status, WSP_ERR_FAIL);
     EXPECT_TRUE(r.released);
 }
 
 TEST(DecHdr, RawShortIntegerValueIsTheOctetItself) {
-    Outcome r = run(cat({str0("X-Foo"), bytes({0x85})}));
+    Outcome r = run(cat({cstr("X-Foo"), bytes({0x85})}));
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, "x-foo:\x85\n");
     // The raw writer counts the NUL of the empty text too.
@@ -182,23 +182,23 @@ TEST(DecHdr, RawShortIntegerValueIsTheOctetItself) {
 }
 
 TEST(DecHdr, RawLengthValuesCopiedWithTheirLength) {
-    Outcome r = run(cat({str0("x"), bytes({0x02, 0x41, 0x42}), str0("y"), bytes({0x1F, 0x02, 0x43, 0x44})}));
+    Outcome r = run(cat({cstr("x"), bytes({0x02, 0x41, 0x42}), cstr("y"), bytes({0x1F, 0x02, 0x43, 0x44})}));
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(hex(text_bytes(r.text.c_str())), "78 3A 02 41 42 0A 79 3A 1F 02 43 44 0A");
 }
 
 TEST(DecHdr, RawRepeatsExtendTheLine) {
-    Outcome r = run(cat({str0("x"), bytes({0x85}), str0("x"), bytes({0x86})}));
+    Outcome r = run(cat({cstr("x"), bytes({0x85}), cstr("x"), bytes({0x86})}));
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, "x:\x85,\x86\n");
     EXPECT_EQ(r.length, 5 + 3);
 }
 
 TEST(DecHdr, RawValuePastBlockEndRefused) {
-    Outcome r = run(cat({str0("x"), bytes({0x05, 0x01})}));
+    Outcome r = run(cat({cstr("x"), bytes({0x05, 0x01})}));
     EXPECT_EQ(r.status, WSP_ERR_FAIL);
     EXPECT_TRUE(r.released);
-    r = run(cat({str0("x"), bytes({0x1F, 0x81})}));
+    r = run(cat({cstr("x"), bytes({0x1F, 0x81})}));
     EXPECT_EQ(r.status, WSP_ERR_FAIL);
     EXPECT_TRUE(r.released);
 }
@@ -211,7 +211,7 @@ TEST(DecHdr, ApplicationWriterTruncationKeepsBlock) {
 }
 
 TEST(DecHdr, RawWriterTruncationKeepsBlock) {
-    Outcome r = run(cat({str0("x"), bytes({0x85})}), 4, nullptr, 4);
+    Outcome r = run(cat({cstr("x"), bytes({0x85})}), 4, nullptr, 4);
     EXPECT_EQ(r.status, WSP_ERR_TRUNCATED);
     EXPECT_FALSE(r.released);
 }
@@ -250,7 +250,7 @@ TEST(DecHdr, ContentTypeIsNeverWritten) {
 }
 
 TEST(DecHdr, CodesAboveTableAreSkipped) {
-    Outcome r = run(cat({bytes({0xC8, 0x85, 0xFF}), str0("text"), app("a", "b")}));
+    Outcome r = run(cat({bytes({0xC8, 0x85, 0xFF}), cstr("text"), app("a", "b")}));
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, "a:b\n");
 }
@@ -264,7 +264,7 @@ TEST(DecHdr, VersionLimits) {
     EXPECT_EQ(run(security, 3).text, "");
     EXPECT_EQ(run(security, 4).text, "x-wap-security:close-subordinate\n");
 
-    Bytes content_id = cat({bytes({0xC0}), str0("\"abc")});
+    Bytes content_id = cat({bytes({0xC0}), cstr("\"abc")});
     EXPECT_EQ(run(content_id, 2).text, "");
     EXPECT_EQ(run(content_id, 3).text, "content-id:abc\n");
 }
@@ -281,7 +281,7 @@ TEST(DecHdr, OtherVersionNumbersSkipEveryWellKnownHeader) {
 
 TEST(DecHdr, EmptyTableEntriesAreSkipped) {
     // profile (0x35), expect (0x38), cookie (0x42).
-    Outcome r = run(cat({bytes({0xB5}), str0("http://p"), bytes({0xB8, 0x80, 0xC2, 0x01, 0x80}), app("a", "b")}));
+    Outcome r = run(cat({bytes({0xB5}), cstr("http://p"), bytes({0xB8, 0x80, 0xC2, 0x01, 0x80}), app("a", "b")}));
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, "a:b\n");
 }
@@ -289,7 +289,7 @@ TEST(DecHdr, EmptyTableEntriesAreSkipped) {
 TEST(DecHdr, DecoderFailureDropsHeaderOnly) {
     // age with a text value: the age decoder refuses it, the value is
     // measured and passed.
-    Outcome r = run(cat({bytes({0x85}), str0("abc"), app("a", "b")}));
+    Outcome r = run(cat({bytes({0x85}), cstr("abc"), app("a", "b")}));
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, "a:b\n");
     EXPECT_FALSE(r.released);
@@ -306,7 +306,7 @@ TEST(DecHdr, DecoderFailureWithUnmeasurableValueReleases) {
 
 TEST(DecHdr, DecoderTruncationReleasesBlock) {
     // An accept-encoding token longer than the decoder's scratch.
-    Outcome r = run(cat({bytes({0x82}), str0(std::string(198, 't'))}), 4, nullptr, 1024);
+    Outcome r = run(cat({bytes({0x82}), cstr(std::string(198, 't'))}), 4, nullptr, 1024);
     EXPECT_EQ(r.status, WSP_ERR_TRUNCATED);
     EXPECT_TRUE(r.released);
 }
@@ -349,7 +349,7 @@ TEST(DecHdr, LineAfterRefusedMergeFollowsTheSplitText) {
 }
 
 TEST(DecHdr, SkippedValueThatCannotBeSteppedOverReleases) {
-    Outcome r = run(cat({bytes({0x91}), str0(std::string(197, 't'))}), 4, nullptr, 64);
+    Outcome r = run(cat({bytes({0x91}), cstr(std::string(197, 't'))}), 4, nullptr, 64);
     EXPECT_EQ(r.status, WSP_ERR_FAIL);
     EXPECT_TRUE(r.released);
     r = run(bytes({0x91}));
@@ -375,7 +375,7 @@ TEST(DecHdr, PushHeadersMixed) {
         bytes({0x91, 0x03, 0x83, 0x81, 0xEA}),       // content-type (never written)
         bytes({0x8D, 0x02, 0x04, 0x00}),             // content-length: 1024
         bytes({0x92, 0x04, 0x2E, 0xBC, 0x98, 0xA1}), // date
-        bytes({0xA6}), str0("Apache"),               // server
+        bytes({0xA6}), cstr("Apache"),               // server
         bytes({0x84, 0x81}),                         // accept-ranges: bytes
         bytes({0x80, 0x83}),                         // accept: text/plain
         app("X-Mms-Foo", "bar"),                     // application header
@@ -397,12 +397,12 @@ TEST(DecHdr, PushHeadersMixed) {
 
 TEST(DecHdr, RequestHeadersMixed) {
     Bytes in = cat({
-        bytes({0xA9}), str0("Handset/1.0"),     // user-agent
+        bytes({0xA9}), cstr("Handset/1.0"),     // user-agent
         bytes({0x81, 0xEA}),                    // accept-charset: utf-8
         bytes({0x83, 0x99}),                    // accept-language: english
-        bytes({0x96}), str0("example.com"),     // host
+        bytes({0x96}), cstr("example.com"),     // host
         app("X-Up-Subno", "12345"),
-        bytes({0xA9}), str0("Extra"),           // user-agent again: merged
+        bytes({0xA9}), cstr("Extra"),           // user-agent again: merged
         bytes({0x7F, 0x02, 0x85, 0x86, 0x01}),  // other page without list: skipped
         bytes({0x9F, 0x80}),                    // pragma: no-cache
     });
@@ -434,7 +434,7 @@ TEST(DecHdr, BlockCutAtEveryLength) {
         bytes({0xAF, 0x84}),              // 0..1
         app("X-A", "v"),                  // 2..7
         bytes({0x8D, 0x02, 0x04, 0x00}),  // 8..11
-        bytes({0x7F, 0x02, 0x85}), str0("p"), // 12..16
+        bytes({0x7F, 0x02, 0x85}), cstr("p"), // 12..16
         bytes({0x01}),                    // 17
         bytes({0x85, 0x81}),              // 18..19
     });
@@ -462,11 +462,11 @@ TEST(DecHdr, BlockCutAtEveryLength) {
 }
 
 TEST(DecHdr, QuoteLedValueEndingTheBlock) {
-    Outcome r = run(cat({str0("x"), bytes({0x7F, 0xE9, 0})}));
+    Outcome r = run(cat({cstr("x"), bytes({0x7F, 0xE9, 0})}));
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, "x:\xE9\n");
     // Without its NUL the text would need the octet past the block.
-    r = run(cat({str0("x"), bytes({0x7F, 0xE9})}));
+    r = run(cat({cstr("x"), bytes({0x7F, 0xE9})}));
     EXPECT_EQ(r.status, WSP_ERR_ARG);
     EXPECT_TRUE(r.released);
 }

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "decode/decode.h"
-#include "param_decode_support.h"
+#include "unit_support.h"
 #include "wsp_test_support.h"
 
 using namespace wsp_test;
@@ -16,7 +16,7 @@ namespace {
 
 using RunFn = int (*)(const uint8_t **, uint16_t, char *, uint16_t);
 
-Result run_fn(RunFn fn, const Bytes &in, const std::string &before = "", uint16_t capacity = WSP_DEC_SCRATCH,
+Result run_fn(RunFn fn, const Bytes &in, const std::string &before = "", uint16_t capacity = WSP_TEXT_CAPACITY,
               int run = -1) {
     InBytes copy(in);
     const uint8_t *p = copy.data();
@@ -26,7 +26,7 @@ Result run_fn(RunFn fn, const Bytes &in, const std::string &before = "", uint16_
     return {status, out.text, p - copy.data()};
 }
 
-Result param(const Bytes &in, const std::string &before = "", uint16_t capacity = WSP_DEC_SCRATCH, int run = -1) {
+Result param(const Bytes &in, const std::string &before = "", uint16_t capacity = WSP_TEXT_CAPACITY, int run = -1) {
     return run_fn(wsp_decode_param, in, before, capacity, run);
 }
 
@@ -44,7 +44,7 @@ Result field_names(const Bytes &in, const std::string &before = "", int run = -1
 // ---- wsp_decode_param -------------------------------------------------------------------------
 
 TEST(Param, TypedWithValue) {
-    Result r = param(bytes({0x81, 0xEA, 0x99}), "", WSP_DEC_SCRATCH, 2);
+    Result r = param(bytes({0x81, 0xEA, 0x99}), "", WSP_TEXT_CAPACITY, 2);
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, "charset=utf-8");
     EXPECT_EQ(r.moved, 2);
@@ -60,22 +60,22 @@ TEST(Param, NoValueOctetForTypedAndUntyped) {
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, "charset");
     EXPECT_EQ(r.moved, 2);
-    r = param(cat({str0("x"), bytes({0x00})}));
+    r = param(cat({cstr("x"), bytes({0x00})}));
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, "x");
     EXPECT_EQ(r.moved, 3);
 }
 
 TEST(Param, UntypedShortInteger) {
-    Result r = param(cat({str0("x"), bytes({0x85})}));
+    Result r = param(cat({cstr("x"), bytes({0x85})}));
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, "x=5");
     EXPECT_EQ(r.moved, 3);
-    EXPECT_EQ(param(cat({str0("x"), bytes({0xFF})})).text, "x=127");
+    EXPECT_EQ(param(cat({cstr("x"), bytes({0xFF})})).text, "x=127");
 }
 
 TEST(Param, UntypedLongIntegerIsSigned) {
-    Result r = param(cat({str0("x"), bytes({0x04, 0xFF, 0xFF, 0xFF, 0xFF})}));
+    Result r = param(cat({cstr("x"), bytes({0x04, 0xFF, 0xFF, 0xFF, 0xFF})}));
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, "x=-1");
     EXPECT_EQ(r.moved, 7);
@@ -88,21 +88,21 @@ TEST(Param, TypedSizeIsUnsigned) {
 }
 
 TEST(Param, UntypedQuotedString) {
-    Result r = param(cat({str0("x"), str0("\"a b")}));
+    Result r = param(cat({cstr("x"), cstr("\"a b")}));
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, "x=\"a b\"");
     EXPECT_EQ(r.moved, 7);
 }
 
 TEST(Param, UntypedTokenText) {
-    Result r = param(cat({str0("x"), str0("abc")}));
+    Result r = param(cat({cstr("x"), cstr("abc")}));
     EXPECT_EQ(r.text, "x=abc");
     EXPECT_EQ(r.moved, 6);
 }
 
 TEST(Param, UntypedRefusedClasses) {
     for (const Bytes &value : {bytes({0x1F, 0x01, 0x05}), bytes({0x7F, 'a', 0})}) {
-        Result r = param(cat({str0("x"), value}));
+        Result r = param(cat({cstr("x"), value}));
         EXPECT_EQ(r.status, WSP_ERR_FAIL);
         EXPECT_EQ(r.moved, 0);
         EXPECT_EQ(r.text, "x"); // partial text stays
@@ -110,14 +110,14 @@ TEST(Param, UntypedRefusedClasses) {
 }
 
 TEST(Param, UntypedTokenRefusesNonTokenText) {
-    Result r = param(cat({str0("x"), str0("a b")}));
+    Result r = param(cat({cstr("x"), cstr("a b")}));
     EXPECT_EQ(r.status, WSP_ERR_FAIL);
     EXPECT_EQ(r.moved, 0);
 }
 
 TEST(Param, TypedValueFallsBackToUntyped) {
     // A charset given as text is not a charset: read again as a token.
-    Result r = param(cat({bytes({0x81}), str0("abc")}));
+    Result r = param(cat({bytes({0x81}), cstr("abc")}));
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, "charset=abc");
     EXPECT_EQ(r.moved, 5);
@@ -173,15 +173,15 @@ TEST(Param, ValueRoomTest) {
 }
 
 TEST(Param, UntypedValueRoomTest) {
-    Result r = param(cat({str0("x"), bytes({0x85})}), "", 4);
+    Result r = param(cat({cstr("x"), bytes({0x85})}), "", 4);
     EXPECT_EQ(r.status, WSP_OK);
-    r = param(cat({str0("x"), bytes({0x85})}), "", 3);
+    r = param(cat({cstr("x"), bytes({0x85})}), "", 3);
     EXPECT_EQ(r.status, WSP_ERR_FAIL);
     EXPECT_EQ(r.text, "x");
 }
 
 TEST(Param, MissingValueOctetFails) {
-    Result r = param(str0("x"));
+    Result r = param(cstr("x"));
     EXPECT_EQ(r.status, WSP_ERR_FAIL);
     EXPECT_EQ(r.moved, 0);
     r = param(bytes({0x81}));
@@ -190,19 +190,19 @@ TEST(Param, MissingValueOctetFails) {
 }
 
 TEST(Param, LongTokenNameIsTruncatedStatus) {
-    Result r = param(cat({str0(std::string(198, 'n')), bytes({0x00})}));
+    Result r = param(cat({cstr(std::string(198, 'n')), bytes({0x00})}));
     EXPECT_EQ(r.status, WSP_ERR_TRUNCATED);
     EXPECT_EQ(r.moved, 0);
 }
 
 TEST(Param, NothingToReadFails) {
-    Result r = param(bytes({0x81, 0xEA}), "", WSP_DEC_SCRATCH, 0);
+    Result r = param(bytes({0x81, 0xEA}), "", WSP_TEXT_CAPACITY, 0);
     EXPECT_EQ(r.status, WSP_ERR_FAIL);
 }
 
 TEST(Param, ValueBoundedByRemaining) {
     // The Long-integer's last octet lies past the run.
-    Result r = param(cat({str0("x"), bytes({0x02, 0x01, 0x02})}), "", WSP_DEC_SCRATCH, 4);
+    Result r = param(cat({cstr("x"), bytes({0x02, 0x01, 0x02})}), "", WSP_TEXT_CAPACITY, 4);
     EXPECT_EQ(r.status, WSP_ERR_FAIL);
     EXPECT_EQ(r.moved, 0);
 }
@@ -231,7 +231,7 @@ TEST(Params, FailureLeavesCursor) {
 }
 
 TEST(Params, TruncatedStatusPassedOn) {
-    Result r = run_fn(wsp_decode_params, cat({str0(std::string(200, 'n')), bytes({0x00})}), "t", 150);
+    Result r = run_fn(wsp_decode_params, cat({cstr(std::string(200, 'n')), bytes({0x00})}), "t", 150);
     EXPECT_EQ(r.status, WSP_ERR_TRUNCATED);
     EXPECT_EQ(r.moved, 0);
 }
@@ -251,24 +251,24 @@ TEST(Params, RunEndingInsideParameterFails) {
 // ---- wsp_decode_param_list -----------------------------------------------------------------------
 
 TEST(ParamList, JoinsWithComma) {
-    Result r = run_fn(wsp_decode_param_list, cat({str0("a"), bytes({0x85}), str0("b"), bytes({0x00}), bytes({0x81, 0xEA})}));
+    Result r = run_fn(wsp_decode_param_list, cat({cstr("a"), bytes({0x85}), cstr("b"), bytes({0x00}), bytes({0x81, 0xEA})}));
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, "a=5,b,charset=utf-8");
     EXPECT_EQ(r.moved, 8);
 }
 
 TEST(ParamList, EmptyRun) {
-    Result r = run_fn(wsp_decode_param_list, bytes({0x85}), "x", WSP_DEC_SCRATCH, 0);
+    Result r = run_fn(wsp_decode_param_list, bytes({0x85}), "x", WSP_TEXT_CAPACITY, 0);
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, "x");
     EXPECT_EQ(r.moved, 0);
 }
 
 TEST(ParamList, FailureStatusPassedOn) {
-    Result r = run_fn(wsp_decode_param_list, cat({str0("a"), bytes({0x85, 0x84, 0x00})}));
+    Result r = run_fn(wsp_decode_param_list, cat({cstr("a"), bytes({0x85, 0x84, 0x00})}));
     EXPECT_EQ(r.status, WSP_ERR_FAIL);
     EXPECT_EQ(r.moved, 0);
-    r = run_fn(wsp_decode_param_list, cat({str0(std::string(199, 'n')), bytes({0x00})}));
+    r = run_fn(wsp_decode_param_list, cat({cstr(std::string(199, 'n')), bytes({0x00})}));
     EXPECT_EQ(r.status, WSP_ERR_TRUNCATED);
 }
 
@@ -276,10 +276,10 @@ TEST(ParamList, LengthLimitBoundary) {
     std::string before(191, 'p');
     // 191 + "abcdef" = 197: passes the parameter's own room test (capacity
     // 200) and the list's 197 limit.
-    Result ok = run_fn(wsp_decode_param_list, cat({str0("abcdef"), bytes({0x00})}), before, 200);
+    Result ok = run_fn(wsp_decode_param_list, cat({cstr("abcdef"), bytes({0x00})}), before, 200);
     EXPECT_EQ(ok.status, WSP_OK);
     EXPECT_EQ(ok.text.size(), 197u);
-    Result too_long = run_fn(wsp_decode_param_list, cat({str0("abcdefg"), bytes({0x00})}), before, 200);
+    Result too_long = run_fn(wsp_decode_param_list, cat({cstr("abcdefg"), bytes({0x00})}), before, 200);
     EXPECT_EQ(too_long.status, WSP_ERR_FAIL);
     EXPECT_EQ(too_long.moved, 0);
 }
@@ -287,21 +287,21 @@ TEST(ParamList, LengthLimitBoundary) {
 // ---- wsp_decode_single_param -----------------------------------------------------------------------
 
 TEST(SingleParam, ExactlyOneParameter) {
-    Result r = run_fn(wsp_decode_single_param, cat({str0("a"), bytes({0x85})}));
+    Result r = run_fn(wsp_decode_single_param, cat({cstr("a"), bytes({0x85})}));
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, "a=5");
     EXPECT_EQ(r.moved, 3);
 }
 
 TEST(SingleParam, EmptyRunSucceeds) {
-    Result r = run_fn(wsp_decode_single_param, bytes({0x85}), "x", WSP_DEC_SCRATCH, 0);
+    Result r = run_fn(wsp_decode_single_param, bytes({0x85}), "x", WSP_TEXT_CAPACITY, 0);
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, "x");
     EXPECT_EQ(r.moved, 0);
 }
 
 TEST(SingleParam, OctetsLeftOverFail) {
-    Result r = run_fn(wsp_decode_single_param, cat({str0("a"), bytes({0x85, 0x85})}));
+    Result r = run_fn(wsp_decode_single_param, cat({cstr("a"), bytes({0x85, 0x85})}));
     EXPECT_EQ(r.status, WSP_ERR_FAIL);
     EXPECT_EQ(r.moved, 0);
 }
@@ -312,16 +312,16 @@ TEST(SingleParam, FailureReturned) {
 }
 
 TEST(SingleParam, TextOver197Fails) {
-    Result r = run_fn(wsp_decode_single_param, bytes({0x85}), std::string(198, 'p'), WSP_DEC_SCRATCH, 0);
+    Result r = run_fn(wsp_decode_single_param, bytes({0x85}), std::string(198, 'p'), WSP_TEXT_CAPACITY, 0);
     EXPECT_EQ(r.status, WSP_ERR_FAIL);
-    r = run_fn(wsp_decode_single_param, bytes({0x85}), std::string(197, 'p'), WSP_DEC_SCRATCH, 0);
+    r = run_fn(wsp_decode_single_param, bytes({0x85}), std::string(197, 'p'), WSP_TEXT_CAPACITY, 0);
     EXPECT_EQ(r.status, WSP_OK);
 }
 
 // ---- wsp_decode_qvalue_param -----------------------------------------------------------------------
 
 TEST(QValueParam, EmptyRunAppendsNothing) {
-    Result r = run_fn(wsp_decode_qvalue_param, bytes({0x33}), "text/*", WSP_DEC_SCRATCH, 0);
+    Result r = run_fn(wsp_decode_qvalue_param, bytes({0x33}), "text/*", WSP_TEXT_CAPACITY, 0);
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, "text/*");
     EXPECT_EQ(r.moved, 0);
@@ -389,7 +389,7 @@ TEST(FieldNameList, EmptyRunIsArgumentError) {
 }
 
 TEST(FieldNameList, CodesAndTokens) {
-    Result r = field_names(cat({bytes({0x91}), str0("x-foo"), bytes({0xC7})}), "no-cache");
+    Result r = field_names(cat({bytes({0x91}), cstr("x-foo"), bytes({0xC7})}), "no-cache");
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, "no-cache= \"content-type,x-foo,cache-control\"");
     EXPECT_EQ(r.moved, 8);
@@ -399,12 +399,12 @@ TEST(FieldNameList, BadClassIsArgumentError) {
     Result r = field_names(bytes({0x05, 0x01}), "p");
     EXPECT_EQ(r.status, WSP_ERR_ARG);
     EXPECT_EQ(r.moved, 0);
-    EXPECT_EQ(field_names(str0("\"x"), "p").status, WSP_ERR_ARG);
+    EXPECT_EQ(field_names(cstr("\"x"), "p").status, WSP_ERR_ARG);
 }
 
 TEST(FieldNameList, UnknownCodeOrBadTokenFails) {
     EXPECT_EQ(field_names(bytes({0xC8}), "p").status, WSP_ERR_FAIL);
-    EXPECT_EQ(field_names(str0("a b"), "p").status, WSP_ERR_FAIL);
+    EXPECT_EQ(field_names(cstr("a b"), "p").status, WSP_ERR_FAIL);
     Result r = field_names(bytes({'a', 'b'}), "p"); // no NUL before the run's end
     EXPECT_EQ(r.status, WSP_ERR_FAIL);
     EXPECT_EQ(r.moved, 0);
@@ -431,7 +431,7 @@ TEST(FieldNameList, NameUpTo197AndClosingQuote) {
 TEST(Params, RunCutAtEveryLength) {
     // Cuts between parameters succeed with the parameters so far; cuts inside
     // one fail without moving the cursor.
-    Bytes full = cat({bytes({0x81, 0xEA}), str0("x"), bytes({0x02, 0x01, 0x02}), bytes({0x93, 0x01, 0x05})});
+    Bytes full = cat({bytes({0x81, 0xEA}), cstr("x"), bytes({0x02, 0x01, 0x02}), bytes({0x93, 0x01, 0x05})});
     for (size_t n = 0; n <= full.size(); ++n) {
         Result r = run_fn(wsp_decode_params, Bytes(full.begin(), full.begin() + static_cast<long>(n)), "t", 198);
         if (n == 0) {

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "decode/decode.h"
-#include "param_decode_support.h"
+#include "unit_support.h"
 #include "wsp_test_support.h"
 
 using namespace wsp_test;
@@ -119,7 +119,7 @@ TEST(ParamValue, CharsetWithoutRowIsUnknown) {
 }
 
 TEST(ParamValue, CharsetOtherFormsFail) {
-    EXPECT_EQ(param_value(0x01, str0("utf-8")).status, WSP_ERR_FAIL);
+    EXPECT_EQ(param_value(0x01, cstr("utf-8")).status, WSP_ERR_FAIL);
     // Long-integer whose octets run past the end.
     Result r = param_value(0x01, bytes({0x02, 0x03}));
     EXPECT_EQ(r.status, WSP_ERR_FAIL);
@@ -138,7 +138,7 @@ TEST(ParamValue, LevelShortInteger) {
 }
 
 TEST(ParamValue, LevelTextString) {
-    Result r = param_value(0x02, str0("3.2"));
+    Result r = param_value(0x02, cstr("3.2"));
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, "3.2");
     EXPECT_EQ(r.moved, 4);
@@ -165,14 +165,14 @@ TEST(ParamValue, TypeAndSizeAreIntegerText) {
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, "4294967295");
     EXPECT_EQ(r.moved, 5);
-    EXPECT_EQ(param_value(0x16, str0("12")).status, WSP_ERR_FAIL);
+    EXPECT_EQ(param_value(0x16, cstr("12")).status, WSP_ERR_FAIL);
 }
 
 // ---- name-like texts ------------------------------------------------------------------
 
 TEST(ParamValue, NameTextForms) {
     for (uint8_t code : {0x05, 0x06, 0x0A, 0x0B, 0x0C, 0x0D, 0x0F}) {
-        Result r = param_value(code, str0("a b"));
+        Result r = param_value(code, cstr("a b"));
         EXPECT_EQ(r.status, WSP_OK) << int(code);
         EXPECT_EQ(r.text, "a b");
         EXPECT_EQ(r.moved, 4);
@@ -180,7 +180,7 @@ TEST(ParamValue, NameTextForms) {
 }
 
 TEST(ParamValue, NameQuotedStringKeepsBothMarks) {
-    Result r = param_value(0x05, str0("\"abc"));
+    Result r = param_value(0x05, cstr("\"abc"));
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, "\"abc\"");
     EXPECT_EQ(r.moved, 5);
@@ -216,12 +216,12 @@ TEST(ParamValue, DifferencesFieldCode) {
 }
 
 TEST(ParamValue, DifferencesTokenText) {
-    Result r = param_value(0x07, str0("x-foo"));
+    Result r = param_value(0x07, cstr("x-foo"));
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, "x-foo");
     EXPECT_EQ(r.moved, 6);
-    EXPECT_EQ(param_value(0x07, str0("\"x")).status, WSP_ERR_FAIL);
-    EXPECT_EQ(param_value(0x07, str0("a/b")).status, WSP_ERR_FAIL);
+    EXPECT_EQ(param_value(0x07, cstr("\"x")).status, WSP_ERR_FAIL);
+    EXPECT_EQ(param_value(0x07, cstr("a/b")).status, WSP_ERR_FAIL);
 }
 
 // ---- padding / sec ----------------------------------------------------------------
@@ -233,7 +233,7 @@ TEST(ParamValue, PaddingAndSecAreShortIntegersOnly) {
         EXPECT_EQ(r.text, "5");
         EXPECT_EQ(r.moved, 1);
         EXPECT_EQ(param_value(code, bytes({0x01, 0x05})).status, WSP_ERR_FAIL);
-        EXPECT_EQ(param_value(code, str0("5")).status, WSP_ERR_FAIL);
+        EXPECT_EQ(param_value(code, cstr("5")).status, WSP_ERR_FAIL);
     }
 }
 
@@ -255,11 +255,11 @@ TEST(ParamValue, RelatedTypeUncodedShortIntegerWritesNothing) {
 }
 
 TEST(ParamValue, RelatedTypeText) {
-    Result r = param_value(0x09, str0("text/x"));
+    Result r = param_value(0x09, cstr("text/x"));
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, "text/x");
     EXPECT_EQ(r.moved, 7);
-    r = param_value(0x09, str0("\"a"));
+    r = param_value(0x09, cstr("\"a"));
     EXPECT_EQ(r.text, "\"a\"");
     // The class-based reader takes a Quote octet as a character, and refuses it.
     EXPECT_EQ(param_value(0x09, bytes({0x7F, 'a', 0})).status, WSP_ERR_FAIL);
@@ -275,7 +275,7 @@ TEST(ParamValue, MaxAge) {
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text, "0X12345");
     EXPECT_EQ(r.moved, 6);
-    EXPECT_EQ(param_value(0x0E, str0("5")).status, WSP_ERR_FAIL);
+    EXPECT_EQ(param_value(0x0E, cstr("5")).status, WSP_ERR_FAIL);
     EXPECT_EQ(param_value(0x0E, bytes({0x1F, 0x01, 0x05})).status, WSP_ERR_FAIL);
 }
 
@@ -292,20 +292,20 @@ TEST(ParamValue, SecureSkipsOneOctet) {
 
 TEST(ParamValue, TokenOnlyCodes) {
     for (uint8_t code : {0x12, 0x17, 0x18, 0x19, 0x1A, 0x1B, 0x1C, 0x1D}) {
-        Result r = param_value(code, str0("abc"));
+        Result r = param_value(code, cstr("abc"));
         EXPECT_EQ(r.status, WSP_OK) << int(code);
         EXPECT_EQ(r.text, "abc");
         EXPECT_EQ(r.moved, 4);
-        EXPECT_EQ(param_value(code, str0("a b")).status, WSP_ERR_FAIL);
-        EXPECT_EQ(param_value(code, str0("\"x")).status, WSP_ERR_FAIL);
+        EXPECT_EQ(param_value(code, cstr("a b")).status, WSP_ERR_FAIL);
+        EXPECT_EQ(param_value(code, cstr("\"x")).status, WSP_ERR_FAIL);
         EXPECT_EQ(param_value(code, bytes({0x85})).status, WSP_ERR_FAIL);
     }
 }
 
 TEST(ParamValue, TokenLongerThanScratchIsTruncatedStatus) {
-    Bytes in = str0(std::string(198, 'a'));
+    Bytes in = cstr(std::string(198, 'a'));
     EXPECT_EQ(param_value(0x17, in).status, WSP_ERR_TRUNCATED);
-    Bytes ok = str0(std::string(197, 'a'));
+    Bytes ok = cstr(std::string(197, 'a'));
     Result r = param_value(0x17, ok);
     EXPECT_EQ(r.status, WSP_OK);
     EXPECT_EQ(r.text.size(), 197u);
@@ -380,7 +380,7 @@ TEST(IntegerText, HexFormOf30Octets) {
 }
 
 TEST(IntegerText, OtherClassesFail) {
-    for (const Bytes &in : {bytes({0x1F, 0x01, 0x05}), str0("12"), bytes({0x7F, 0x31, 0}), str0("\"1")}) {
+    for (const Bytes &in : {bytes({0x1F, 0x01, 0x05}), cstr("12"), bytes({0x7F, 0x31, 0}), cstr("\"1")}) {
         Result r = integer_text(in);
         EXPECT_EQ(r.status, WSP_ERR_FAIL) << hex(in);
         EXPECT_EQ(r.moved, 0);

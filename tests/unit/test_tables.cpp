@@ -12,24 +12,29 @@ namespace {
 std::string name_of(const char *p) { return p == nullptr ? std::string("<null>") : std::string(p); }
 
 // Number of rows carrying this low-16-bit code.
-int rows_with_code(const wsp_code_entry *t, uint16_t rows, uint32_t code) {
+// The two-letter rows and the name rows of the language run.
+struct language_part {
+    uint16_t first;
+    uint16_t rows;
+    const char *name(uint16_t i) const { return wsp_language_run.name(static_cast<uint16_t>(first + i)); }
+    uint16_t code(uint16_t i) const { return wsp_language_run.code(static_cast<uint16_t>(first + i)); }
+};
+constexpr language_part kLanguages{0, WSP_LANGUAGE_ROWS};
+constexpr language_part kLanguageNames{WSP_LANGUAGE_ROWS, WSP_LANGUAGE_NAME_ROWS};
+
+template <typename Table>
+int rows_with_code(const Table &t, uint16_t rows, uint32_t code) {
     int n = 0;
     for (uint16_t i = 0; i < rows; ++i)
-        if (static_cast<uint16_t>(t[i].code) == static_cast<uint16_t>(code)) ++n;
+        if (t.code(i) == static_cast<uint16_t>(code)) ++n;
     return n;
 }
 
-int rows_with_name(const wsp_code_entry *t, uint16_t rows, const char *name) {
+template <typename Table>
+int rows_with_name(const Table &t, uint16_t rows, const char *name) {
     int n = 0;
     for (uint16_t i = 0; i < rows; ++i)
-        if (t[i].name != nullptr && std::strcmp(t[i].name, name) == 0) ++n;
-    return n;
-}
-
-int list_rows_with_name(const char *const *l, uint16_t rows, const char *name) {
-    int n = 0;
-    for (uint16_t i = 0; i < rows; ++i)
-        if (l[i] != nullptr && std::strcmp(l[i], name) == 0) ++n;
+        if (t.name(i) != nullptr && std::strcmp(t.name(i), name) == 0) ++n;
     return n;
 }
 
@@ -59,11 +64,10 @@ TEST(Tables, RowCounts) {
 // A table whose last row is named is filled to its declared row count.
 TEST(Tables, EveryRowOfTheCodeTablesIsNamed) {
     struct T {
-        const wsp_code_entry *t;
+        const wsp_table &t;
         uint16_t rows;
     };
     const T all[] = {
-        {wsp_content_type_versions, WSP_VERSION_ROWS}, {wsp_header_versions, WSP_VERSION_ROWS},
         {wsp_push_app_ids, WSP_PUSH_APP_ID_ROWS},      {wsp_status_codes, WSP_STATUS_CODE_ROWS},
         {wsp_te_values, 1},                            {wsp_pragma_values, 1},
         {wsp_connection_values, 1},                    {wsp_methods, WSP_METHOD_ROWS},
@@ -73,82 +77,83 @@ TEST(Tables, EveryRowOfTheCodeTablesIsNamed) {
     };
     for (const T &x : all)
         for (uint16_t i = 0; i < x.rows; ++i) {
-            ASSERT_NE(x.t[i].name, nullptr) << "row " << i;
-            EXPECT_GT(std::strlen(x.t[i].name), 0u) << "row " << i;
+            ASSERT_NE(x.t.name(i), nullptr) << "row " << i;
+            EXPECT_GT(std::strlen(x.t.name(i)), 0u) << "row " << i;
+            EXPECT_EQ(x.t.name_length(i), std::strlen(x.t.name(i))) << "row " << i;
         }
 }
 
 // ---- header names ----
 
 TEST(Tables, HeaderNamesFirstLastAndAnchors) {
-    EXPECT_EQ(name_of(wsp_header_names[0x00]), "accept");
-    EXPECT_EQ(name_of(wsp_header_names[0x11]), "content-type");
-    EXPECT_EQ(name_of(wsp_header_names[0x12]), "date");
-    EXPECT_EQ(name_of(wsp_header_names[0x1A]), "if-range");
-    EXPECT_EQ(name_of(wsp_header_names[0x2E]), "content-disposition");
-    EXPECT_EQ(name_of(wsp_header_names[0x2F]), "x-wap-application-id");
-    EXPECT_EQ(name_of(wsp_header_names[0x37]), "profile-warning");
-    EXPECT_EQ(name_of(wsp_header_names[0x3F]), "x-wap-tod");
-    EXPECT_EQ(name_of(wsp_header_names[0x43]), "encoding-version");
-    EXPECT_EQ(name_of(wsp_header_names[0x46]), "x-wap-security");
-    EXPECT_EQ(name_of(wsp_header_names[0x47]), "cache-control");
-    for (int i = 0; i < WSP_HEADER_NAME_ROWS; ++i) EXPECT_NE(wsp_header_names[i], nullptr) << i;
+    EXPECT_EQ(name_of(wsp_header_names.name(0x00)), "accept");
+    EXPECT_EQ(name_of(wsp_header_names.name(0x11)), "content-type");
+    EXPECT_EQ(name_of(wsp_header_names.name(0x12)), "date");
+    EXPECT_EQ(name_of(wsp_header_names.name(0x1A)), "if-range");
+    EXPECT_EQ(name_of(wsp_header_names.name(0x2E)), "content-disposition");
+    EXPECT_EQ(name_of(wsp_header_names.name(0x2F)), "x-wap-application-id");
+    EXPECT_EQ(name_of(wsp_header_names.name(0x37)), "profile-warning");
+    EXPECT_EQ(name_of(wsp_header_names.name(0x3F)), "x-wap-tod");
+    EXPECT_EQ(name_of(wsp_header_names.name(0x43)), "encoding-version");
+    EXPECT_EQ(name_of(wsp_header_names.name(0x46)), "x-wap-security");
+    EXPECT_EQ(name_of(wsp_header_names.name(0x47)), "cache-control");
+    for (int i = 0; i < WSP_HEADER_NAME_ROWS; ++i) EXPECT_NE(wsp_header_names.name(i), nullptr) << i;
 }
 
 TEST(Tables, HeaderNameUnderscoreSpellingKept) {
-    EXPECT_EQ(name_of(wsp_header_names[0x36]), "profile_diff");
-    EXPECT_EQ(list_rows_with_name(wsp_header_names, WSP_HEADER_NAME_ROWS, "profile-diff"), 0);
+    EXPECT_EQ(name_of(wsp_header_names.name(0x36)), "profile_diff");
+    EXPECT_EQ(rows_with_name(wsp_header_names, WSP_HEADER_NAME_ROWS, "profile-diff"), 0);
 }
 
 TEST(Tables, HeaderNamesDuplicatedAtTheirNewerCodes) {
-    EXPECT_EQ(name_of(wsp_header_names[0x01]), "accept-charset");
-    EXPECT_EQ(name_of(wsp_header_names[0x3B]), "accept-charset");
-    EXPECT_EQ(name_of(wsp_header_names[0x02]), "accept-encoding");
-    EXPECT_EQ(name_of(wsp_header_names[0x3C]), "accept-encoding");
-    EXPECT_EQ(name_of(wsp_header_names[0x08]), "cache-control");
-    EXPECT_EQ(name_of(wsp_header_names[0x3D]), "cache-control");
-    EXPECT_EQ(name_of(wsp_header_names[0x10]), "content-range");
-    EXPECT_EQ(name_of(wsp_header_names[0x3E]), "content-range");
-    EXPECT_EQ(name_of(wsp_header_names[0x44]), "profile-warning");
-    EXPECT_EQ(name_of(wsp_header_names[0x45]), "content-disposition");
-    EXPECT_EQ(list_rows_with_name(wsp_header_names, WSP_HEADER_NAME_ROWS, "cache-control"), 3);
-    EXPECT_EQ(list_rows_with_name(wsp_header_names, WSP_HEADER_NAME_ROWS, "accept-charset"), 2);
-    EXPECT_EQ(list_rows_with_name(wsp_header_names, WSP_HEADER_NAME_ROWS, "content-disposition"), 2);
-    EXPECT_EQ(list_rows_with_name(wsp_header_names, WSP_HEADER_NAME_ROWS, "profile-warning"), 2);
-    EXPECT_EQ(list_rows_with_name(wsp_header_names, WSP_HEADER_NAME_ROWS, "accept"), 1);
+    EXPECT_EQ(name_of(wsp_header_names.name(0x01)), "accept-charset");
+    EXPECT_EQ(name_of(wsp_header_names.name(0x3B)), "accept-charset");
+    EXPECT_EQ(name_of(wsp_header_names.name(0x02)), "accept-encoding");
+    EXPECT_EQ(name_of(wsp_header_names.name(0x3C)), "accept-encoding");
+    EXPECT_EQ(name_of(wsp_header_names.name(0x08)), "cache-control");
+    EXPECT_EQ(name_of(wsp_header_names.name(0x3D)), "cache-control");
+    EXPECT_EQ(name_of(wsp_header_names.name(0x10)), "content-range");
+    EXPECT_EQ(name_of(wsp_header_names.name(0x3E)), "content-range");
+    EXPECT_EQ(name_of(wsp_header_names.name(0x44)), "profile-warning");
+    EXPECT_EQ(name_of(wsp_header_names.name(0x45)), "content-disposition");
+    EXPECT_EQ(rows_with_name(wsp_header_names, WSP_HEADER_NAME_ROWS, "cache-control"), 3);
+    EXPECT_EQ(rows_with_name(wsp_header_names, WSP_HEADER_NAME_ROWS, "accept-charset"), 2);
+    EXPECT_EQ(rows_with_name(wsp_header_names, WSP_HEADER_NAME_ROWS, "content-disposition"), 2);
+    EXPECT_EQ(rows_with_name(wsp_header_names, WSP_HEADER_NAME_ROWS, "profile-warning"), 2);
+    EXPECT_EQ(rows_with_name(wsp_header_names, WSP_HEADER_NAME_ROWS, "accept"), 1);
 }
 
 // ---- parameter names ----
 
 TEST(Tables, ParamNamesFirstLastAndNullAt04) {
-    EXPECT_EQ(name_of(wsp_param_names[0x00]), "q");
-    EXPECT_EQ(name_of(wsp_param_names[0x03]), "type");
-    EXPECT_EQ(wsp_param_names[0x04], nullptr);
-    EXPECT_EQ(name_of(wsp_param_names[0x05]), "name");
-    EXPECT_EQ(name_of(wsp_param_names[0x07]), "differences");
-    EXPECT_EQ(name_of(wsp_param_names[0x09]), "type");
-    EXPECT_EQ(name_of(wsp_param_names[0x11]), "sec");
-    EXPECT_EQ(name_of(wsp_param_names[0x12]), "mac");
-    EXPECT_EQ(name_of(wsp_param_names[0x16]), "size");
-    EXPECT_EQ(name_of(wsp_param_names[0x1D]), "path");
+    EXPECT_EQ(name_of(wsp_param_names.name(0x00)), "q");
+    EXPECT_EQ(name_of(wsp_param_names.name(0x03)), "type");
+    EXPECT_EQ(wsp_param_names.name(0x04), nullptr);
+    EXPECT_EQ(name_of(wsp_param_names.name(0x05)), "name");
+    EXPECT_EQ(name_of(wsp_param_names.name(0x07)), "differences");
+    EXPECT_EQ(name_of(wsp_param_names.name(0x09)), "type");
+    EXPECT_EQ(name_of(wsp_param_names.name(0x11)), "sec");
+    EXPECT_EQ(name_of(wsp_param_names.name(0x12)), "mac");
+    EXPECT_EQ(name_of(wsp_param_names.name(0x16)), "size");
+    EXPECT_EQ(name_of(wsp_param_names.name(0x1D)), "path");
     for (int i = 0; i < WSP_PARAM_NAME_ROWS; ++i)
-        if (i != 4) EXPECT_NE(wsp_param_names[i], nullptr) << i;
+        if (i != 4) EXPECT_NE(wsp_param_names.name(i), nullptr) << i;
 }
 
 TEST(Tables, ParamNamesKeepOldUnderscoresAndNewHyphen) {
-    EXPECT_EQ(name_of(wsp_param_names[0x0B]), "start_info");
-    EXPECT_EQ(name_of(wsp_param_names[0x0E]), "max_age");
-    EXPECT_EQ(name_of(wsp_param_names[0x1A]), "start-info");
+    EXPECT_EQ(name_of(wsp_param_names.name(0x0B)), "start_info");
+    EXPECT_EQ(name_of(wsp_param_names.name(0x0E)), "max_age");
+    EXPECT_EQ(name_of(wsp_param_names.name(0x1A)), "start-info");
 }
 
 TEST(Tables, ParamNamesDuplicated) {
-    EXPECT_EQ(name_of(wsp_param_names[0x17]), "name");
-    EXPECT_EQ(name_of(wsp_param_names[0x18]), "filename");
-    EXPECT_EQ(name_of(wsp_param_names[0x19]), "start");
-    EXPECT_EQ(name_of(wsp_param_names[0x1B]), "comment");
-    EXPECT_EQ(name_of(wsp_param_names[0x1C]), "domain");
-    EXPECT_EQ(list_rows_with_name(wsp_param_names, WSP_PARAM_NAME_ROWS, "type"), 2);
-    EXPECT_EQ(list_rows_with_name(wsp_param_names, WSP_PARAM_NAME_ROWS, "path"), 2);
+    EXPECT_EQ(name_of(wsp_param_names.name(0x17)), "name");
+    EXPECT_EQ(name_of(wsp_param_names.name(0x18)), "filename");
+    EXPECT_EQ(name_of(wsp_param_names.name(0x19)), "start");
+    EXPECT_EQ(name_of(wsp_param_names.name(0x1B)), "comment");
+    EXPECT_EQ(name_of(wsp_param_names.name(0x1C)), "domain");
+    EXPECT_EQ(rows_with_name(wsp_param_names, WSP_PARAM_NAME_ROWS, "type"), 2);
+    EXPECT_EQ(rows_with_name(wsp_param_names, WSP_PARAM_NAME_ROWS, "path"), 2);
 }
 
 // ---- version limits ----
@@ -157,44 +162,44 @@ TEST(Tables, ContentTypeVersionLimitsAreRowCounts) {
     const char *v[] = {"1.1", "1.2", "1.3", "1.4"};
     const uint32_t n[] = {46, 53, 55, 82};
     for (int i = 0; i < 4; ++i) {
-        EXPECT_EQ(name_of(wsp_content_type_versions[i].name), v[i]);
-        EXPECT_EQ(wsp_content_type_versions[i].code, n[i]);
+        EXPECT_EQ(name_of(wsp_version_limits[i].text), v[i]);
+        EXPECT_EQ(wsp_version_limits[i].content_type_rows, n[i]);
     }
     // The last admitted row under each version.
-    EXPECT_EQ(wsp_content_types[46 - 1].code, 0x2Du);
-    EXPECT_EQ(wsp_content_types[53 - 1].code, 0x34u);
-    EXPECT_EQ(wsp_content_types[55 - 1].code, 0x36u);
-    EXPECT_EQ(wsp_content_types[82 - 1].code, 0x312u);
+    EXPECT_EQ(wsp_content_types.code(46 - 1), 0x2Du);
+    EXPECT_EQ(wsp_content_types.code(53 - 1), 0x34u);
+    EXPECT_EQ(wsp_content_types.code(55 - 1), 0x36u);
+    EXPECT_EQ(wsp_content_types.code(82 - 1), 0x312u);
 }
 
 TEST(Tables, HeaderVersionLimits) {
     const char *v[] = {"1.1", "1.2", "1.3", "1.4"};
     const uint32_t n[] = {0x2F, 0x38, 0x44, 0x48};
     for (int i = 0; i < 4; ++i) {
-        EXPECT_EQ(name_of(wsp_header_versions[i].name), v[i]);
-        EXPECT_EQ(wsp_header_versions[i].code, n[i]);
+        EXPECT_EQ(name_of(wsp_version_limits[i].text), v[i]);
+        EXPECT_EQ(wsp_version_limits[i].header_end, n[i]);
     }
 }
 
 // ---- push application ids ----
 
 TEST(Tables, PushAppIds) {
-    EXPECT_EQ(name_of(wsp_push_app_ids[0].name), "x-wap-application:*");
-    EXPECT_EQ(wsp_push_app_ids[0].code, 0x00u);
-    EXPECT_EQ(name_of(wsp_push_app_ids[5].name), "x-wap-application:push.syncml");
-    EXPECT_EQ(wsp_push_app_ids[5].code, 0x05u);
-    EXPECT_EQ(name_of(wsp_push_app_ids[6].name), "x-wap-application:syncml.dm");
-    EXPECT_EQ(wsp_push_app_ids[6].code, 0x07u);
-    EXPECT_EQ(name_of(wsp_push_app_ids[9].name), "x-oma-application:ulp.ua");
-    EXPECT_EQ(wsp_push_app_ids[9].code, 0x10u);
-    EXPECT_EQ(name_of(wsp_push_app_ids[10].name), "x-vantrell:location.ua");
-    EXPECT_EQ(wsp_push_app_ids[10].code, 0x8005u);
-    EXPECT_EQ(name_of(wsp_push_app_ids[11].name), "x-oma-vantrell:screen3.ua");
-    EXPECT_EQ(wsp_push_app_ids[11].code, 0x901Eu);
-    EXPECT_EQ(name_of(wsp_push_app_ids[12].name), "x-microsoft:drm.meter");
-    EXPECT_EQ(wsp_push_app_ids[12].code, 0x9034u);
-    EXPECT_EQ(name_of(wsp_push_app_ids[13].name), "x-microsoft:drm.license");
-    EXPECT_EQ(wsp_push_app_ids[13].code, 0x9035u);
+    EXPECT_EQ(name_of(wsp_push_app_ids.name(0)), "x-wap-application:*");
+    EXPECT_EQ(wsp_push_app_ids.code(0), 0x00u);
+    EXPECT_EQ(name_of(wsp_push_app_ids.name(5)), "x-wap-application:push.syncml");
+    EXPECT_EQ(wsp_push_app_ids.code(5), 0x05u);
+    EXPECT_EQ(name_of(wsp_push_app_ids.name(6)), "x-wap-application:syncml.dm");
+    EXPECT_EQ(wsp_push_app_ids.code(6), 0x07u);
+    EXPECT_EQ(name_of(wsp_push_app_ids.name(9)), "x-oma-application:ulp.ua");
+    EXPECT_EQ(wsp_push_app_ids.code(9), 0x10u);
+    EXPECT_EQ(name_of(wsp_push_app_ids.name(10)), "x-vantrell:location.ua");
+    EXPECT_EQ(wsp_push_app_ids.code(10), 0x8005u);
+    EXPECT_EQ(name_of(wsp_push_app_ids.name(11)), "x-oma-vantrell:screen3.ua");
+    EXPECT_EQ(wsp_push_app_ids.code(11), 0x901Eu);
+    EXPECT_EQ(name_of(wsp_push_app_ids.name(12)), "x-microsoft:drm.meter");
+    EXPECT_EQ(wsp_push_app_ids.code(12), 0x9034u);
+    EXPECT_EQ(name_of(wsp_push_app_ids.name(13)), "x-microsoft:drm.license");
+    EXPECT_EQ(wsp_push_app_ids.code(13), 0x9035u);
 }
 
 TEST(Tables, PushAppIdCode06HasNoRow) {
@@ -208,8 +213,8 @@ TEST(Tables, StatusCodes) {
     const char *t[] = {"100", "101", "102", "200", "201", "202", "203"};
     const uint32_t c[] = {0x10, 0x11, 0x12, 0x20, 0x21, 0x22, 0x23};
     for (int i = 0; i < WSP_STATUS_CODE_ROWS; ++i) {
-        EXPECT_EQ(name_of(wsp_status_codes[i].name), t[i]);
-        EXPECT_EQ(wsp_status_codes[i].code, c[i]);
+        EXPECT_EQ(name_of(wsp_status_codes.name(i)), t[i]);
+        EXPECT_EQ(wsp_status_codes.code(i), c[i]);
     }
     EXPECT_EQ(rows_with_name(wsp_status_codes, WSP_STATUS_CODE_ROWS, "404"), 0);
     EXPECT_EQ(rows_with_code(wsp_status_codes, WSP_STATUS_CODE_ROWS, 0x13), 0);
@@ -218,94 +223,94 @@ TEST(Tables, StatusCodes) {
 TEST(Tables, TransferCodingsStartWithTwoEmptyRows) {
     const char *t[] = {"", "", "chunked", "identity", "gzip", "compress", "deflate"};
     for (int i = 0; i < WSP_TRANSFER_CODING_ROWS; ++i) {
-        ASSERT_NE(wsp_transfer_codings[i], nullptr) << i;
-        EXPECT_EQ(name_of(wsp_transfer_codings[i]), t[i]);
+        ASSERT_NE(wsp_transfer_codings.name(i), nullptr) << i;
+        EXPECT_EQ(name_of(wsp_transfer_codings.name(i)), t[i]);
     }
 }
 
 TEST(Tables, SingleValueTables) {
-    EXPECT_EQ(name_of(wsp_expect_values[0]), "100-continue");
-    EXPECT_EQ(name_of(wsp_auth_schemes[0]), "basic");
-    EXPECT_EQ(name_of(wsp_te_values[0].name), "chunked");
-    EXPECT_EQ(wsp_te_values[0].code, 0u);
-    EXPECT_EQ(name_of(wsp_pragma_values[0].name), "no-cache");
-    EXPECT_EQ(wsp_pragma_values[0].code, 0u);
-    EXPECT_EQ(name_of(wsp_connection_values[0].name), "close");
-    EXPECT_EQ(wsp_connection_values[0].code, 0u);
+    EXPECT_EQ(name_of(wsp_expect_values.name(0)), "100-continue");
+    EXPECT_EQ(name_of(wsp_auth_schemes.name(0)), "basic");
+    EXPECT_EQ(name_of(wsp_te_values.name(0)), "chunked");
+    EXPECT_EQ(wsp_te_values.code(0), 0u);
+    EXPECT_EQ(name_of(wsp_pragma_values.name(0)), "no-cache");
+    EXPECT_EQ(wsp_pragma_values.code(0), 0u);
+    EXPECT_EQ(name_of(wsp_connection_values.name(0)), "close");
+    EXPECT_EQ(wsp_connection_values.code(0), 0u);
 }
 
 TEST(Tables, CacheDirectives) {
     const char *t[] = {"no-cache", "no-store",     "max-age",         "max-stale",        "min-fresh", "only-if-cached",
                        "public",   "private",      "no-transform",    "must-revalidate",  "proxy-revalidate", "s-maxage"};
-    for (int i = 0; i < WSP_CACHE_DIRECTIVE_ROWS; ++i) EXPECT_EQ(name_of(wsp_cache_directives[i]), t[i]) << i;
+    for (int i = 0; i < WSP_CACHE_DIRECTIVE_ROWS; ++i) EXPECT_EQ(name_of(wsp_cache_directives.name(i)), t[i]) << i;
 }
 
 TEST(Tables, Dispositions) {
-    EXPECT_EQ(name_of(wsp_dispositions[0]), "form-data");
-    EXPECT_EQ(name_of(wsp_dispositions[1]), "attachment");
-    EXPECT_EQ(name_of(wsp_dispositions[2]), "inline");
+    EXPECT_EQ(name_of(wsp_dispositions.name(0)), "form-data");
+    EXPECT_EQ(name_of(wsp_dispositions.name(1)), "attachment");
+    EXPECT_EQ(name_of(wsp_dispositions.name(2)), "inline");
 }
 
 TEST(Tables, MethodsAreUpperCase) {
     const char *t[] = {"GET", "OPTIONS", "HEAD", "DELETE", "TRACE", "POST", "PUT"};
     const uint32_t c[] = {0x40, 0x41, 0x42, 0x43, 0x44, 0x60, 0x61};
     for (int i = 0; i < WSP_METHOD_ROWS; ++i) {
-        EXPECT_EQ(name_of(wsp_methods[i].name), t[i]);
-        EXPECT_EQ(wsp_methods[i].code, c[i]);
+        EXPECT_EQ(name_of(wsp_methods.name(i)), t[i]);
+        EXPECT_EQ(wsp_methods.code(i), c[i]);
     }
     EXPECT_EQ(rows_with_name(wsp_methods, WSP_METHOD_ROWS, "get"), 0);
 }
 
 TEST(Tables, RangeUnitsAndContentCodings) {
-    EXPECT_EQ(name_of(wsp_range_units[0].name), "none");
-    EXPECT_EQ(wsp_range_units[0].code, 0u);
-    EXPECT_EQ(name_of(wsp_range_units[1].name), "bytes");
-    EXPECT_EQ(wsp_range_units[1].code, 1u);
-    EXPECT_EQ(name_of(wsp_content_codings[0].name), "gzip");
-    EXPECT_EQ(wsp_content_codings[0].code, 0u);
-    EXPECT_EQ(name_of(wsp_content_codings[1].name), "compress");
-    EXPECT_EQ(wsp_content_codings[1].code, 1u);
-    EXPECT_EQ(name_of(wsp_content_codings[2].name), "deflate");
-    EXPECT_EQ(wsp_content_codings[2].code, 2u);
+    EXPECT_EQ(name_of(wsp_range_units.name(0)), "none");
+    EXPECT_EQ(wsp_range_units.code(0), 0u);
+    EXPECT_EQ(name_of(wsp_range_units.name(1)), "bytes");
+    EXPECT_EQ(wsp_range_units.code(1), 1u);
+    EXPECT_EQ(name_of(wsp_content_codings.name(0)), "gzip");
+    EXPECT_EQ(wsp_content_codings.code(0), 0u);
+    EXPECT_EQ(name_of(wsp_content_codings.name(1)), "compress");
+    EXPECT_EQ(wsp_content_codings.code(1), 1u);
+    EXPECT_EQ(name_of(wsp_content_codings.name(2)), "deflate");
+    EXPECT_EQ(wsp_content_codings.code(2), 2u);
 }
 
 // ---- content types ----
 
 TEST(Tables, ContentTypeRowIndexIsCodeUpTo63) {
-    for (uint32_t i = 0; i < 64; ++i) EXPECT_EQ(wsp_content_types[i].code, i) << i;
+    for (uint32_t i = 0; i < 64; ++i) EXPECT_EQ(wsp_content_types.code(i), i) << i;
 }
 
 TEST(Tables, ContentTypeAnchors) {
-    EXPECT_EQ(name_of(wsp_content_types[0x00].name), "*/*");
-    EXPECT_EQ(name_of(wsp_content_types[0x02].name), "text/html");
-    EXPECT_EQ(name_of(wsp_content_types[0x08].name), "text/vnd.wap.wml");
-    EXPECT_EQ(name_of(wsp_content_types[0x2D].name), "text/vnd.wap.si");
-    EXPECT_EQ(name_of(wsp_content_types[0x2E].name), "application/vnd.wap.sic");
-    EXPECT_EQ(name_of(wsp_content_types[0x34].name), "application/vnd.wap.sia");
-    EXPECT_EQ(name_of(wsp_content_types[0x35].name), "text/vnd.wap.connectivity-xml");
-    EXPECT_EQ(name_of(wsp_content_types[0x36].name), "application/vnd.wap.connectivity-wbxml");
-    EXPECT_EQ(name_of(wsp_content_types[0x3E].name), "application/vnd.wap.mms-message");
-    EXPECT_EQ(name_of(wsp_content_types[0x3F].name), "application/vnd.wap.rollover-certificate");
+    EXPECT_EQ(name_of(wsp_content_types.name(0x00)), "*/*");
+    EXPECT_EQ(name_of(wsp_content_types.name(0x02)), "text/html");
+    EXPECT_EQ(name_of(wsp_content_types.name(0x08)), "text/vnd.wap.wml");
+    EXPECT_EQ(name_of(wsp_content_types.name(0x2D)), "text/vnd.wap.si");
+    EXPECT_EQ(name_of(wsp_content_types.name(0x2E)), "application/vnd.wap.sic");
+    EXPECT_EQ(name_of(wsp_content_types.name(0x34)), "application/vnd.wap.sia");
+    EXPECT_EQ(name_of(wsp_content_types.name(0x35)), "text/vnd.wap.connectivity-xml");
+    EXPECT_EQ(name_of(wsp_content_types.name(0x36)), "application/vnd.wap.connectivity-wbxml");
+    EXPECT_EQ(name_of(wsp_content_types.name(0x3E)), "application/vnd.wap.mms-message");
+    EXPECT_EQ(name_of(wsp_content_types.name(0x3F)), "application/vnd.wap.rollover-certificate");
 }
 
 TEST(Tables, ContentTypeHashedCertificateMisspellingKept) {
-    EXPECT_EQ(name_of(wsp_content_types[0x38].name), "application/vnd.wap.hashed-certifiate");
+    EXPECT_EQ(name_of(wsp_content_types.name(0x38)), "application/vnd.wap.hashed-certifiate");
     EXPECT_EQ(rows_with_name(wsp_content_types, WSP_CONTENT_TYPE_ROWS, "application/vnd.wap.hashed-certificate"), 0);
 }
 
 TEST(Tables, ContentTypeLastEighteenRows) {
     const uint32_t codes[] = {0x42,  0x43,  0x44,  0x4A,  0x4B,  0x7F,  0x201, 0x202, 0x203,
                               0x204, 0x205, 0x206, 0x207, 0x208, 0x209, 0x20A, 0x20B, 0x312};
-    for (int i = 0; i < 18; ++i) EXPECT_EQ(wsp_content_types[64 + i].code, codes[i]) << 64 + i;
-    EXPECT_EQ(name_of(wsp_content_types[64].name), "application/vnd.syncml.dm+wbxml");
-    EXPECT_EQ(name_of(wsp_content_types[66].name), "application/vnd.syncml.notification");
-    EXPECT_EQ(name_of(wsp_content_types[67].name), "application/vnd.oma.drm.rights+xml");
-    EXPECT_EQ(name_of(wsp_content_types[68].name), "application/vnd.oma.drm.rights+wbxml");
-    EXPECT_EQ(name_of(wsp_content_types[69].name), "application/x-agps");
-    EXPECT_EQ(name_of(wsp_content_types[70].name), "application/vnd.uplanet.cacheop-wbxml");
-    EXPECT_EQ(name_of(wsp_content_types[77].name), "x-wap.multipart/vnd.uplanet.header-set");
-    EXPECT_EQ(name_of(wsp_content_types[80].name), "application/vnd.nokia.syncset+wbxml");
-    EXPECT_EQ(name_of(wsp_content_types[81].name), "application/vnd.omaloc-supl-init");
+    for (int i = 0; i < 18; ++i) EXPECT_EQ(wsp_content_types.code(64 + i), codes[i]) << 64 + i;
+    EXPECT_EQ(name_of(wsp_content_types.name(64)), "application/vnd.syncml.dm+wbxml");
+    EXPECT_EQ(name_of(wsp_content_types.name(66)), "application/vnd.syncml.notification");
+    EXPECT_EQ(name_of(wsp_content_types.name(67)), "application/vnd.oma.drm.rights+xml");
+    EXPECT_EQ(name_of(wsp_content_types.name(68)), "application/vnd.oma.drm.rights+wbxml");
+    EXPECT_EQ(name_of(wsp_content_types.name(69)), "application/x-agps");
+    EXPECT_EQ(name_of(wsp_content_types.name(70)), "application/vnd.uplanet.cacheop-wbxml");
+    EXPECT_EQ(name_of(wsp_content_types.name(77)), "x-wap.multipart/vnd.uplanet.header-set");
+    EXPECT_EQ(name_of(wsp_content_types.name(80)), "application/vnd.nokia.syncset+wbxml");
+    EXPECT_EQ(name_of(wsp_content_types.name(81)), "application/vnd.omaloc-supl-init");
 }
 
 TEST(Tables, ContentTypeCodesWithoutRows) {
@@ -319,61 +324,59 @@ TEST(Tables, ContentTypeCodesWithoutRows) {
 
 TEST(Tables, ContentTypeNamesAreUnique) {
     for (int i = 0; i < WSP_CONTENT_TYPE_ROWS; ++i)
-        EXPECT_EQ(rows_with_name(wsp_content_types, WSP_CONTENT_TYPE_ROWS, wsp_content_types[i].name), 1) << i;
+        EXPECT_EQ(rows_with_name(wsp_content_types, WSP_CONTENT_TYPE_ROWS, wsp_content_types.name(i)), 1) << i;
 }
 
 // ---- languages ----
 
 TEST(Tables, LanguageCodesSkip0x80) {
-    for (int i = 0; i < 127; ++i) EXPECT_EQ(wsp_languages[i].code, static_cast<uint32_t>(i + 1)) << i;
-    for (int i = 127; i < WSP_LANGUAGE_ROWS; ++i) EXPECT_EQ(wsp_languages[i].code, static_cast<uint32_t>(i + 2)) << i;
+    for (int i = 0; i < 127; ++i) EXPECT_EQ(kLanguages.code(i), static_cast<uint32_t>(i + 1)) << i;
+    for (int i = 127; i < WSP_LANGUAGE_ROWS; ++i) EXPECT_EQ(kLanguages.code(i), static_cast<uint32_t>(i + 2)) << i;
     EXPECT_EQ(rows_with_code(wsp_language_run, WSP_LANGUAGE_RUN_ROWS, 0x80), 0);
     EXPECT_EQ(rows_with_code(wsp_language_run, WSP_LANGUAGE_RUN_ROWS, 0x8D), 0);
     EXPECT_EQ(rows_with_code(wsp_language_run, WSP_LANGUAGE_RUN_ROWS, 0x00), 0);
 }
 
 TEST(Tables, LanguageTwoLetterAnchors) {
-    EXPECT_EQ(name_of(wsp_languages[0].name), "aa");
-    EXPECT_EQ(name_of(wsp_languages[24].name), "en");
-    EXPECT_EQ(wsp_languages[24].code, 0x19u);
-    EXPECT_EQ(name_of(wsp_languages[32].name), "ur");
-    EXPECT_EQ(wsp_languages[32].code, 0x21u);
-    EXPECT_EQ(name_of(wsp_languages[33].name), "fr");
-    EXPECT_EQ(wsp_languages[33].code, 0x22u);
-    EXPECT_EQ(name_of(wsp_languages[87].name), "po");
-    EXPECT_EQ(wsp_languages[87].code, 0x58u);
-    EXPECT_EQ(name_of(wsp_languages[79].name), "uk");
-    EXPECT_EQ(name_of(wsp_languages[91].name), "zu");
-    EXPECT_EQ(name_of(wsp_languages[126].name), "ug");
-    EXPECT_EQ(wsp_languages[126].code, 0x7Fu);
-    EXPECT_EQ(name_of(wsp_languages[127].name), "na");
-    EXPECT_EQ(wsp_languages[127].code, 0x81u);
-    EXPECT_EQ(name_of(wsp_languages[138].name), "rm");
-    EXPECT_EQ(wsp_languages[138].code, 0x8Cu);
-    EXPECT_EQ(rows_with_name(wsp_languages, WSP_LANGUAGE_ROWS, "pl"), 0);
+    EXPECT_EQ(name_of(kLanguages.name(0)), "aa");
+    EXPECT_EQ(name_of(kLanguages.name(24)), "en");
+    EXPECT_EQ(kLanguages.code(24), 0x19u);
+    EXPECT_EQ(name_of(kLanguages.name(32)), "ur");
+    EXPECT_EQ(kLanguages.code(32), 0x21u);
+    EXPECT_EQ(name_of(kLanguages.name(33)), "fr");
+    EXPECT_EQ(kLanguages.code(33), 0x22u);
+    EXPECT_EQ(name_of(kLanguages.name(87)), "po");
+    EXPECT_EQ(kLanguages.code(87), 0x58u);
+    EXPECT_EQ(name_of(kLanguages.name(79)), "uk");
+    EXPECT_EQ(name_of(kLanguages.name(91)), "zu");
+    EXPECT_EQ(name_of(kLanguages.name(126)), "ug");
+    EXPECT_EQ(kLanguages.code(126), 0x7Fu);
+    EXPECT_EQ(name_of(kLanguages.name(127)), "na");
+    EXPECT_EQ(kLanguages.code(127), 0x81u);
+    EXPECT_EQ(name_of(kLanguages.name(138)), "rm");
+    EXPECT_EQ(kLanguages.code(138), 0x8Cu);
+    EXPECT_EQ(rows_with_name(kLanguages, WSP_LANGUAGE_ROWS, "pl"), 0);
 }
 
 TEST(Tables, LanguageRunIsContiguous) {
-    EXPECT_EQ(wsp_languages, wsp_language_run);
-    EXPECT_EQ(wsp_language_names, wsp_language_run + 139);
-    EXPECT_EQ(name_of(wsp_language_run[138].name), "rm");
-    EXPECT_EQ(name_of(wsp_language_run[139].name), "afar");
-    EXPECT_EQ(name_of(wsp_language_run[281].name), "rhaeto-romance");
+    EXPECT_EQ(name_of(wsp_language_run.name(138)), "rm");
+    EXPECT_EQ(name_of(wsp_language_run.name(139)), "afar");
+    EXPECT_EQ(name_of(wsp_language_run.name(281)), "rhaeto-romance");
 }
 
 TEST(Tables, LanguageNameAnchors) {
-    EXPECT_EQ(name_of(wsp_language_names[0].name), "afar");
-    EXPECT_EQ(wsp_language_names[0].code, 0x01u);
-    EXPECT_EQ(name_of(wsp_language_names[25].name), "english");
-    EXPECT_EQ(wsp_language_names[25].code, 0x19u);
-    EXPECT_EQ(name_of(wsp_language_names[90].name), "polish");
-    EXPECT_EQ(wsp_language_names[90].code, 0x58u);
-    EXPECT_EQ(name_of(wsp_language_names[130].name), "uighur");
-    EXPECT_EQ(wsp_language_names[130].code, 0x7Fu);
-    EXPECT_EQ(name_of(wsp_language_names[131].name), "nauru");
-    EXPECT_EQ(wsp_language_names[131].code, 0x81u);
-    EXPECT_EQ(name_of(wsp_language_names[142].name), "rhaeto-romance");
-    EXPECT_EQ(wsp_language_names[142].code, 0x8Cu);
+    EXPECT_EQ(name_of(kLanguageNames.name(0)), "afar");
+    EXPECT_EQ(kLanguageNames.code(0), 0x01u);
+    EXPECT_EQ(name_of(kLanguageNames.name(25)), "english");
+    EXPECT_EQ(kLanguageNames.code(25), 0x19u);
+    EXPECT_EQ(name_of(kLanguageNames.name(90)), "polish");
+    EXPECT_EQ(kLanguageNames.code(90), 0x58u);
+    EXPECT_EQ(name_of(kLanguageNames.name(130)), "uighur");
+    EXPECT_EQ(kLanguageNames.code(130), 0x7Fu);
+    EXPECT_EQ(name_of(kLanguageNames.name(131)), "nauru");
+    EXPECT_EQ(kLanguageNames.code(131), 0x81u);
+    EXPECT_EQ(name_of(kLanguageNames.name(142)), "rhaeto-romance");
+    EXPECT_EQ(kLanguageNames.code(142), 0x8Cu);
 }
 
 TEST(Tables, LanguageNameSynonymPairsShareACode) {
@@ -388,11 +391,11 @@ TEST(Tables, LanguageNameSynonymPairsShareACode) {
                        {86, "afan", "oromo", 0x55},
                        {91, "pashto", "pushto", 0x59}};
     for (const P &p : pairs) {
-        EXPECT_EQ(name_of(wsp_language_names[p.row].name), p.first);
-        EXPECT_EQ(name_of(wsp_language_names[p.row + 1].name), p.second);
-        EXPECT_EQ(wsp_language_names[p.row].code, p.code);
-        EXPECT_EQ(wsp_language_names[p.row + 1].code, p.code);
-        EXPECT_EQ(rows_with_code(wsp_language_names, WSP_LANGUAGE_NAME_ROWS, p.code), 2);
+        EXPECT_EQ(name_of(kLanguageNames.name(p.row)), p.first);
+        EXPECT_EQ(name_of(kLanguageNames.name(p.row + 1)), p.second);
+        EXPECT_EQ(kLanguageNames.code(p.row), p.code);
+        EXPECT_EQ(kLanguageNames.code(p.row + 1), p.code);
+        EXPECT_EQ(rows_with_code(kLanguageNames, WSP_LANGUAGE_NAME_ROWS, p.code), 2);
     }
 }
 
@@ -401,26 +404,26 @@ TEST(Tables, LanguageNameSynonymPairsShareACode) {
 TEST(Tables, LanguageNamesFollowTheTwoLetterRows) {
     int k = 0;
     for (int i = 0; i < WSP_LANGUAGE_NAME_ROWS; ++i) {
-        const char *n = wsp_language_names[i].name;
+        const char *n = kLanguageNames.name(i);
         bool second = !std::strcmp(n, "bangla") || !std::strcmp(n, "lettish") || !std::strcmp(n, "oromo") ||
                       !std::strcmp(n, "pushto");
         if (second) --k;
         ASSERT_LT(k, WSP_LANGUAGE_ROWS);
-        EXPECT_EQ(wsp_language_names[i].code, wsp_languages[k].code) << n;
+        EXPECT_EQ(kLanguageNames.code(i), kLanguages.code(k)) << n;
         ++k;
     }
     EXPECT_EQ(k, WSP_LANGUAGE_ROWS);
 }
 
 TEST(Tables, LanguageNameOddSpellingsKept) {
-    EXPECT_EQ(name_of(wsp_language_names[37].name), "scots gealic");
-    EXPECT_EQ(wsp_language_names[37].code, 0x25u);
-    EXPECT_EQ(name_of(wsp_language_names[93].name), "portugese");
-    EXPECT_EQ(wsp_language_names[93].code, 0x5Au);
-    EXPECT_EQ(name_of(wsp_language_names[115].name), "sewdish");
-    EXPECT_EQ(wsp_language_names[115].code, 0x70u);
-    EXPECT_EQ(name_of(wsp_language_names[139].name), "inuktitu");
-    EXPECT_EQ(wsp_language_names[139].code, 0x89u);
+    EXPECT_EQ(name_of(kLanguageNames.name(37)), "scots gealic");
+    EXPECT_EQ(kLanguageNames.code(37), 0x25u);
+    EXPECT_EQ(name_of(kLanguageNames.name(93)), "portugese");
+    EXPECT_EQ(kLanguageNames.code(93), 0x5Au);
+    EXPECT_EQ(name_of(kLanguageNames.name(115)), "sewdish");
+    EXPECT_EQ(kLanguageNames.code(115), 0x70u);
+    EXPECT_EQ(name_of(kLanguageNames.name(139)), "inuktitu");
+    EXPECT_EQ(kLanguageNames.code(139), 0x89u);
     for (const char *fixed : {"scots gaelic", "portuguese", "swedish", "inuktitut"})
         EXPECT_EQ(rows_with_name(wsp_language_run, WSP_LANGUAGE_RUN_ROWS, fixed), 0) << fixed;
 }
@@ -435,40 +438,40 @@ TEST(Tables, CharsetMibEnumBlocks) {
     const B blocks[] = {{0, 103, 3}, {104, 109, 109}, {110, 130, 1000}, {131, 234, 2000}, {235, 236, 2250}, {237, 243, 2253}};
     for (const B &b : blocks)
         for (int i = b.first; i <= b.last; ++i)
-            EXPECT_EQ(wsp_charsets[i].code, b.base + static_cast<uint32_t>(i - b.first)) << i;
+            EXPECT_EQ(wsp_charsets.code(i), b.base + static_cast<uint32_t>(i - b.first)) << i;
 }
 
 TEST(Tables, CharsetAnchors) {
-    EXPECT_EQ(name_of(wsp_charsets[0].name), "us-ascii");
-    EXPECT_EQ(wsp_charsets[0].code, 3u);
-    EXPECT_EQ(name_of(wsp_charsets[103].name), "utf-8");
-    EXPECT_EQ(wsp_charsets[103].code, 106u);
-    EXPECT_EQ(name_of(wsp_charsets[104].name), "iso-8859-13");
-    EXPECT_EQ(name_of(wsp_charsets[109].name), "gb18030");
-    EXPECT_EQ(wsp_charsets[109].code, 114u);
-    EXPECT_EQ(name_of(wsp_charsets[110].name), "iso-10646-ucs-2");
-    EXPECT_EQ(wsp_charsets[110].code, 1000u);
-    EXPECT_EQ(name_of(wsp_charsets[130].name), "bocu-1");
-    EXPECT_EQ(wsp_charsets[130].code, 1020u);
-    EXPECT_EQ(name_of(wsp_charsets[131].name), "iso-8859-1-windows-3.0-latin-1");
-    EXPECT_EQ(name_of(wsp_charsets[157].name), "big5");
-    EXPECT_EQ(wsp_charsets[157].code, 2026u);
-    EXPECT_EQ(name_of(wsp_charsets[156].name), "gb2312");
-    EXPECT_EQ(name_of(wsp_charsets[234].name), "ptcp154");
-    EXPECT_EQ(wsp_charsets[234].code, 2103u);
-    EXPECT_EQ(name_of(wsp_charsets[235].name), "windows-1250");
-    EXPECT_EQ(name_of(wsp_charsets[236].name), "windows-1251");
-    EXPECT_EQ(name_of(wsp_charsets[237].name), "windows-1253");
-    EXPECT_EQ(wsp_charsets[237].code, 2253u);
-    EXPECT_EQ(name_of(wsp_charsets[243].name), "tis-620");
-    EXPECT_EQ(wsp_charsets[243].code, 2259u);
+    EXPECT_EQ(name_of(wsp_charsets.name(0)), "us-ascii");
+    EXPECT_EQ(wsp_charsets.code(0), 3u);
+    EXPECT_EQ(name_of(wsp_charsets.name(103)), "utf-8");
+    EXPECT_EQ(wsp_charsets.code(103), 106u);
+    EXPECT_EQ(name_of(wsp_charsets.name(104)), "iso-8859-13");
+    EXPECT_EQ(name_of(wsp_charsets.name(109)), "gb18030");
+    EXPECT_EQ(wsp_charsets.code(109), 114u);
+    EXPECT_EQ(name_of(wsp_charsets.name(110)), "iso-10646-ucs-2");
+    EXPECT_EQ(wsp_charsets.code(110), 1000u);
+    EXPECT_EQ(name_of(wsp_charsets.name(130)), "bocu-1");
+    EXPECT_EQ(wsp_charsets.code(130), 1020u);
+    EXPECT_EQ(name_of(wsp_charsets.name(131)), "iso-8859-1-windows-3.0-latin-1");
+    EXPECT_EQ(name_of(wsp_charsets.name(157)), "big5");
+    EXPECT_EQ(wsp_charsets.code(157), 2026u);
+    EXPECT_EQ(name_of(wsp_charsets.name(156)), "gb2312");
+    EXPECT_EQ(name_of(wsp_charsets.name(234)), "ptcp154");
+    EXPECT_EQ(wsp_charsets.code(234), 2103u);
+    EXPECT_EQ(name_of(wsp_charsets.name(235)), "windows-1250");
+    EXPECT_EQ(name_of(wsp_charsets.name(236)), "windows-1251");
+    EXPECT_EQ(name_of(wsp_charsets.name(237)), "windows-1253");
+    EXPECT_EQ(wsp_charsets.code(237), 2253u);
+    EXPECT_EQ(name_of(wsp_charsets.name(243)), "tis-620");
+    EXPECT_EQ(wsp_charsets.code(243), 2259u);
 }
 
 TEST(Tables, CharsetIso88591AppearsTwice) {
-    EXPECT_EQ(name_of(wsp_charsets[1].name), "iso-8859-1");
-    EXPECT_EQ(wsp_charsets[1].code, 4u);
-    EXPECT_EQ(name_of(wsp_charsets[114].name), "iso-8859-1");
-    EXPECT_EQ(wsp_charsets[114].code, 1004u);
+    EXPECT_EQ(name_of(wsp_charsets.name(1)), "iso-8859-1");
+    EXPECT_EQ(wsp_charsets.code(1), 4u);
+    EXPECT_EQ(name_of(wsp_charsets.name(114)), "iso-8859-1");
+    EXPECT_EQ(wsp_charsets.code(114), 1004u);
     EXPECT_EQ(rows_with_name(wsp_charsets, WSP_CHARSET_ROWS, "iso-8859-1"), 2);
 }
 
@@ -483,9 +486,9 @@ TEST(Tables, AllNamesLowerCaseExceptMethods) {
             if (static_cast<uint8_t>(*s) >= 'A' && static_cast<uint8_t>(*s) <= 'Z') return false;
         return true;
     };
-    for (int i = 0; i < WSP_CONTENT_TYPE_ROWS; ++i) EXPECT_TRUE(lower(wsp_content_types[i].name)) << i;
-    for (int i = 0; i < WSP_CHARSET_ROWS; ++i) EXPECT_TRUE(lower(wsp_charsets[i].name)) << i;
-    for (int i = 0; i < WSP_LANGUAGE_RUN_ROWS; ++i) EXPECT_TRUE(lower(wsp_language_run[i].name)) << i;
-    for (int i = 0; i < WSP_HEADER_NAME_ROWS; ++i) EXPECT_TRUE(lower(wsp_header_names[i])) << i;
-    for (int i = 0; i < WSP_PUSH_APP_ID_ROWS; ++i) EXPECT_TRUE(lower(wsp_push_app_ids[i].name)) << i;
+    for (int i = 0; i < WSP_CONTENT_TYPE_ROWS; ++i) EXPECT_TRUE(lower(wsp_content_types.name(i))) << i;
+    for (int i = 0; i < WSP_CHARSET_ROWS; ++i) EXPECT_TRUE(lower(wsp_charsets.name(i))) << i;
+    for (int i = 0; i < WSP_LANGUAGE_RUN_ROWS; ++i) EXPECT_TRUE(lower(wsp_language_run.name(i))) << i;
+    for (int i = 0; i < WSP_HEADER_NAME_ROWS; ++i) EXPECT_TRUE(lower(wsp_header_names.name(i))) << i;
+    for (int i = 0; i < WSP_PUSH_APP_ID_ROWS; ++i) EXPECT_TRUE(lower(wsp_push_app_ids.name(i))) << i;
 }

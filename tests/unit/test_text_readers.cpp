@@ -27,7 +27,7 @@ TEST(ReadLongInt, BigEndianValue) {
     InBytes in(bytes({0x02, 0x12, 0x34, 0x99}));
     const uint8_t *cursor = in.data();
     uint32_t v = 0;
-    EXPECT_EQ(wsp_read_long_int(&cursor, &v, 3), WSP_OK);
+    EXPECT_EQ(wsp_read_long_int(&cursor, &v, 4), WSP_OK);
     EXPECT_EQ(v, 0x1234u);
     EXPECT_EQ(cursor, in.data() + 3);
 }
@@ -36,7 +36,7 @@ TEST(ReadLongInt, FourOctets) {
     InBytes in(bytes({0x04, 0xDE, 0xAD, 0xBE, 0xEF}));
     const uint8_t *cursor = in.data();
     uint32_t v = 0;
-    EXPECT_EQ(wsp_read_long_int(&cursor, &v, 4), WSP_OK);
+    EXPECT_EQ(wsp_read_long_int(&cursor, &v, 5), WSP_OK);
     EXPECT_EQ(v, 0xDEADBEEFu);
     EXPECT_EQ(cursor, in.data() + 5);
 }
@@ -45,7 +45,7 @@ TEST(ReadLongInt, ZeroOctetsIsZero) {
     InBytes in(bytes({0x00}));
     const uint8_t *cursor = in.data();
     uint32_t v = 77;
-    EXPECT_EQ(wsp_read_long_int(&cursor, &v, 0), WSP_OK);
+    EXPECT_EQ(wsp_read_long_int(&cursor, &v, 1), WSP_OK);
     EXPECT_EQ(v, 0u);
     EXPECT_EQ(cursor, in.data() + 1);
 }
@@ -59,22 +59,32 @@ TEST(ReadLongInt, MoreThanFourOctetsRefused) {
     EXPECT_EQ(v, 77u);
 }
 
-TEST(ReadLongInt, CountComparedWithAvailNotCountPlusOne) {
-    // n = avail passes and n + 1 octets are read: the caller's bound is one
-    // less than the octets it holds.
+TEST(ReadLongInt, CountComparedWithTheOctetsAfterTheLengthOctet) {
+    // n equal to the octets that follow the length octet passes, and the
+    // n + 1 octets read are exactly the remaining ones.
     InBytes in(bytes({0x02, 0x12, 0x34}));
     const uint8_t *cursor = in.data();
     uint32_t v = 0;
-    EXPECT_EQ(wsp_read_long_int(&cursor, &v, 2), WSP_OK);
+    EXPECT_EQ(wsp_read_long_int(&cursor, &v, 3), WSP_OK);
     EXPECT_EQ(v, 0x1234u);
     EXPECT_EQ(cursor, in.data() + 3);
 }
 
-TEST(ReadLongInt, CountAboveAvailRefused) {
+TEST(ReadLongInt, CountAboveTheOctetsAfterTheLengthOctetRefused) {
     InBytes in(bytes({0x02, 0x12, 0x34}));
     const uint8_t *cursor = in.data();
     uint32_t v = 77;
-    EXPECT_EQ(wsp_read_long_int(&cursor, &v, 1), WSP_ERR_FAIL);
+    EXPECT_EQ(wsp_read_long_int(&cursor, &v, 2), WSP_ERR_FAIL);
+    EXPECT_EQ(cursor, in.data());
+    EXPECT_EQ(v, 77u);
+}
+
+TEST(ReadLongInt, NoOctetRemainingRefusedBeforeReading) {
+    // The length octet itself lies past the input: nothing is read.
+    InBytes in(bytes({0x00}));
+    const uint8_t *cursor = in.data();
+    uint32_t v = 77;
+    EXPECT_EQ(wsp_read_long_int(&cursor, &v, 0), WSP_ERR_FAIL);
     EXPECT_EQ(cursor, in.data());
     EXPECT_EQ(v, 77u);
 }

@@ -4,7 +4,7 @@
 #include <cstring>
 
 #include "date.h"
-#include "encode/encode.h"
+#include "encode.h"
 #include "primitives.h"
 
 // The code octet goes first; any failure there is -214, also when it fills

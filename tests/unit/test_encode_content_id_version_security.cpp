@@ -5,7 +5,7 @@
 #include <string>
 
 #include "encode/encode.h"
-#include "wsp_test_support.h"
+#include "unit_support.h"
 
 using namespace wsp_test;
 
@@ -15,23 +15,12 @@ constexpr uint8_t kContentId = 0x40;
 constexpr uint8_t kEncodingVersion = 0x43;
 constexpr uint8_t kSecurity = 0x46;
 
-struct Result {
-    int status;
-    std::string hex;
-};
+using Result = EncodeResult;
 
 Result encode(wsp_header_encoder fn, uint8_t code, const std::string &value, uint16_t size = 512,
               uint8_t version = 3) {
-    OutBuffer out(size);
-    TextCopy text(value);
-    int status = fn(code, text.get(), out.get(), version);
-    // A failed Long-integer write counts its octets although they did not
-    // fit; only the bytes inside the block are looked at.
-    if (out->length > out->size) return {status, "length past size"};
-    return {status, out.written_hex()};
+    return encode_value(fn, code, value, size, version);
 }
-
-Bytes tx(const char *s) { return cat({text_bytes(s), bytes({0})}); }
 
 // ---- Content-ID ----
 
@@ -44,7 +33,7 @@ TEST(EncodeContentId, QuotedStringOfTheLowerCasedId) {
 TEST(EncodeContentId, BlanksAreTrimmed) {
     Result r = encode(wsp_encode_content_id, kContentId, " \t<Part@Host.COM>\r\n");
     EXPECT_EQ(r.status, WSP_OK);
-    EXPECT_EQ(r.hex, hex(cat({bytes({0xC0, 0x22}), tx("<part@host.com>")})));
+    EXPECT_EQ(r.hex, hex(cat({bytes({0xC0, 0x22}), cstr("<part@host.com>")})));
 }
 
 TEST(EncodeContentId, EmptyBrackets) {

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "encode/encode.h"
-#include "wsp_test_support.h"
+#include "unit_support.h"
 
 using namespace wsp_test;
 
@@ -15,23 +15,12 @@ constexpr uint8_t kExpect = 0x38;
 constexpr uint8_t kTe = 0x39;
 constexpr uint8_t kTrailer = 0x3A;
 
-struct Result {
-    int status;
-    std::string hex;
-};
+using Result = EncodeResult;
 
 Result encode(wsp_header_encoder fn, uint8_t code, const std::string &value, uint16_t size = 512,
               uint8_t version = 3) {
-    OutBuffer out(size);
-    TextCopy text(value);
-    int status = fn(code, text.get(), out.get(), version);
-    // A failed Long-integer write counts its octets although they did not
-    // fit; only the bytes inside the block are looked at.
-    if (out->length > out->size) return {status, "length past size"};
-    return {status, out.written_hex()};
+    return encode_value(fn, code, value, size, version);
 }
-
-Bytes tx(const char *s) { return cat({text_bytes(s), bytes({0})}); }
 
 std::string header(uint8_t code, const Bytes &body) {
     return hex(cat({bytes({code | 0x80, static_cast<int>(body.size())}), body}));
@@ -55,21 +44,21 @@ TEST(EncodeExpect, ExtensionKeepsItsCase) {
 TEST(EncodeExpect, QuotedValueAndParameters) {
     Result r = encode(wsp_encode_expect, kExpect, "foo=\"a b\";p=q; r ;s=\"t\"");
     EXPECT_EQ(r.status, WSP_OK);
-    Bytes body = cat({tx("foo"), bytes({0x22}), tx("a b"), tx("p"), tx("q"), tx("r"), bytes({0}), tx("s"),
-                      bytes({0x22}), tx("t")});
+    Bytes body = cat({cstr("foo"), bytes({0x22}), cstr("a b"), cstr("p"), cstr("q"), cstr("r"), bytes({0}), cstr("s"),
+                      bytes({0x22}), cstr("t")});
     EXPECT_EQ(r.hex, header(kExpect, body));
 }
 
 TEST(EncodeExpect, ParameterWithEmptyValueGetsNoValue) {
     Result r = encode(wsp_encode_expect, kExpect, "a=b;c=");
     EXPECT_EQ(r.status, WSP_OK);
-    EXPECT_EQ(r.hex, header(kExpect, cat({tx("a"), tx("b"), tx("c"), bytes({0})})));
+    EXPECT_EQ(r.hex, header(kExpect, cat({cstr("a"), cstr("b"), cstr("c"), bytes({0})})));
 }
 
 TEST(EncodeExpect, MixedList) {
     Result r = encode(wsp_encode_expect, kExpect, "100-continue, x=y");
     EXPECT_EQ(r.status, WSP_OK);
-    EXPECT_EQ(r.hex, "B8 80 " + header(kExpect, cat({tx("x"), tx("y")})));
+    EXPECT_EQ(r.hex, "B8 80 " + header(kExpect, cat({cstr("x"), cstr("y")})));
 }
 
 TEST(EncodeExpect, ExpressionWithoutValueFails) {
@@ -137,7 +126,7 @@ TEST(EncodeTe, QWithoutValueIsAQOfOne) {
 TEST(EncodeTe, UnknownCodingIsTokenText) {
     Result r = encode(wsp_encode_te, kTe, "X-Custom;q=0.5");
     EXPECT_EQ(r.status, WSP_OK);
-    EXPECT_EQ(r.hex, header(kTe, cat({tx("x-custom"), bytes({0x80, 0x33})})));
+    EXPECT_EQ(r.hex, header(kTe, cat({cstr("x-custom"), bytes({0x80, 0x33})})));
 }
 
 TEST(EncodeTe, EachElementIsAHeaderOfItsOwn) {
@@ -197,7 +186,7 @@ TEST(EncodeTe, OutputBoundaries) {
 TEST(EncodeTrailer, NamesAreCodesOrTokenText) {
     Result r = encode(wsp_encode_trailer, kTrailer, "Cache-Control, x-foo ,etag");
     EXPECT_EQ(r.status, WSP_OK);
-    EXPECT_EQ(r.hex, hex(cat({bytes({0xBA, 0x88, 0xBA}), tx("x-foo"), bytes({0xBA, 0x93})})));
+    EXPECT_EQ(r.hex, hex(cat({bytes({0xBA, 0x88, 0xBA}), cstr("x-foo"), bytes({0xBA, 0x93})})));
 }
 
 TEST(EncodeTrailer, FramingHeadersAreRefused) {

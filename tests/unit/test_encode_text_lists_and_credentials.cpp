@@ -6,28 +6,18 @@
 #include <string>
 
 #include "encode/encode.h"
-#include "wsp_test_support.h"
+#include "unit_support.h"
 
 using namespace wsp_test;
 
 namespace {
 
-struct Encoded {
-    int status;
-    std::string hex;
-    uint16_t length;
-};
+using Encoded = EncodeResult;
 
 Encoded run(wsp_header_encoder encoder, uint8_t code, const std::string &value, uint16_t size = 64,
             uint8_t version = 3) {
-    TextCopy text(value);
-    OutBuffer out(size);
-    int status = encoder(code, text.get(), out.get(), version);
-    return {status, out.written_hex(), out->length};
+    return encode_value(encoder, code, value, size, version);
 }
-
-// Text and its NUL.
-Bytes nul_text(const char *s) { return cat({text_bytes(s), bytes({0})}); }
 
 } // namespace
 
@@ -42,13 +32,13 @@ TEST(Pragma, NoCacheIsItsNumber) {
 TEST(Pragma, OtherPragmaIsOneParameterInAValueLength) {
     Encoded e = run(wsp_encode_pragma, 0x1F, "no-cache, Foo=Bar");
     EXPECT_EQ(e.status, WSP_OK);
-    EXPECT_EQ(e.hex, "9F 80 " + hex(cat({bytes({0x9F, 0x08}), nul_text("foo"), nul_text("bar")})));
+    EXPECT_EQ(e.hex, "9F 80 " + hex(cat({bytes({0x9F, 0x08}), cstr("foo"), cstr("bar")})));
 }
 
 TEST(Pragma, ParameterWithoutValueGetsNoValueOctet) {
     Encoded e = run(wsp_encode_pragma, 0x1F, " foo");
     EXPECT_EQ(e.status, WSP_OK);
-    EXPECT_EQ(e.hex, hex(cat({bytes({0x9F, 0x05}), nul_text("foo"), bytes({0x00})})));
+    EXPECT_EQ(e.hex, hex(cat({bytes({0x9F, 0x05}), cstr("foo"), bytes({0x00})})));
 }
 
 TEST(Pragma, ScratchIsSizedOnTheValueText) {
@@ -70,7 +60,7 @@ TEST(Pragma, ParameterCodesFollowTheVersion) {
     // only from "1.3": before that it is an unknown name.
     EXPECT_EQ(run(wsp_encode_pragma, 0x1F, "max_age=5", 64, 3).hex, "9F 02 8E 85");
     EXPECT_EQ(run(wsp_encode_pragma, 0x1F, "max_age=5", 64, 0).hex,
-              hex(cat({bytes({0x9F, 0x09}), nul_text("max_age"), bytes({0x85})})));
+              hex(cat({bytes({0x9F, 0x09}), cstr("max_age"), bytes({0x85})})));
 }
 
 TEST(Pragma, UnknownVersionFails) {
@@ -111,7 +101,7 @@ TEST(Pragma, NullValueFails) {
 TEST(TextList, IfMatchWritesEachTagAsText) {
     Encoded e = run(wsp_encode_text_list, 0x18, " \"abc\", \"def\" ");
     EXPECT_EQ(e.status, WSP_OK);
-    EXPECT_EQ(e.hex, hex(cat({bytes({0x98}), nul_text("\"abc\""), bytes({0x98}), nul_text("\"def\"")})));
+    EXPECT_EQ(e.hex, hex(cat({bytes({0x98}), cstr("\"abc\""), bytes({0x98}), cstr("\"def\"")})));
 }
 
 TEST(TextList, IfMatchStopsAfterALeadingStar) {
@@ -132,25 +122,25 @@ TEST(TextList, IfNoneMatchLeadingStarMustStandAlone) {
 TEST(TextList, StarAfterAnotherTagIsAnOrdinaryElement) {
     Encoded e = run(wsp_encode_text_list, 0x19, "\"x\", *");
     EXPECT_EQ(e.status, WSP_OK);
-    EXPECT_EQ(e.hex, hex(cat({bytes({0x99}), nul_text("\"x\""), bytes({0x99, 0x2A, 0x00})})));
+    EXPECT_EQ(e.hex, hex(cat({bytes({0x99}), cstr("\"x\""), bytes({0x99, 0x2A, 0x00})})));
 }
 
 TEST(TextList, UpgradeKeepsCase) {
     Encoded e = run(wsp_encode_text_list, 0x28, "HTTP/2.0, SHTTP/1.3");
     EXPECT_EQ(e.status, WSP_OK);
-    EXPECT_EQ(e.hex, hex(cat({bytes({0xA8}), nul_text("HTTP/2.0"), bytes({0xA8}), nul_text("SHTTP/1.3")})));
+    EXPECT_EQ(e.hex, hex(cat({bytes({0xA8}), cstr("HTTP/2.0"), bytes({0xA8}), cstr("SHTTP/1.3")})));
 }
 
 TEST(TextList, ViaHasNoStarRule) {
     Encoded e = run(wsp_encode_text_list, 0x2B, "*, 1.1 proxy");
     EXPECT_EQ(e.status, WSP_OK);
-    EXPECT_EQ(e.hex, hex(cat({bytes({0xAB, 0x2A, 0x00, 0xAB}), nul_text("1.1 proxy")})));
+    EXPECT_EQ(e.hex, hex(cat({bytes({0xAB, 0x2A, 0x00, 0xAB}), cstr("1.1 proxy")})));
 }
 
 TEST(TextList, QuotedCommaStaysInsideItsElement) {
     Encoded e = run(wsp_encode_text_list, 0x2B, "\"a,b\", c");
     EXPECT_EQ(e.status, WSP_OK);
-    EXPECT_EQ(e.hex, hex(cat({bytes({0xAB}), nul_text("\"a,b\""), bytes({0xAB}), nul_text("c")})));
+    EXPECT_EQ(e.hex, hex(cat({bytes({0xAB}), cstr("\"a,b\""), bytes({0xAB}), cstr("c")})));
 }
 
 TEST(TextList, EmptyValueFails) {
@@ -183,7 +173,7 @@ TEST(TextList, NullValueFails) {
 TEST(Credentials, BasicUserAndPasswordAsTheyStand) {
     Encoded e = run(wsp_encode_credentials, 0x07, " Basic QWxh:ZGRp ");
     EXPECT_EQ(e.status, WSP_OK);
-    EXPECT_EQ(e.hex, hex(cat({bytes({0x87, 0x0B, 0x80}), nul_text("QWxh"), nul_text("ZGRp")})));
+    EXPECT_EQ(e.hex, hex(cat({bytes({0x87, 0x0B, 0x80}), cstr("QWxh"), cstr("ZGRp")})));
 }
 
 TEST(Credentials, ProxyAuthorizationUsesItsOwnCode) {
@@ -195,13 +185,13 @@ TEST(Credentials, ProxyAuthorizationUsesItsOwnCode) {
 TEST(Credentials, EmptyUserIdWhenCredentialsBeginWithAColon) {
     Encoded e = run(wsp_encode_credentials, 0x07, "basic :secret");
     EXPECT_EQ(e.status, WSP_OK);
-    EXPECT_EQ(e.hex, hex(cat({bytes({0x87, 0x09, 0x80, 0x00}), nul_text("secret")})));
+    EXPECT_EQ(e.hex, hex(cat({bytes({0x87, 0x09, 0x80, 0x00}), cstr("secret")})));
 }
 
 TEST(Credentials, PasswordKeepsLaterColons) {
     Encoded e = run(wsp_encode_credentials, 0x07, "basic a:b:c");
     EXPECT_EQ(e.status, WSP_OK);
-    EXPECT_EQ(e.hex, hex(cat({bytes({0x87, 0x07, 0x80}), nul_text("a"), nul_text("b:c")})));
+    EXPECT_EQ(e.hex, hex(cat({bytes({0x87, 0x07, 0x80}), cstr("a"), cstr("b:c")})));
 }
 
 TEST(Credentials, BasicWithoutColonFails) {
@@ -220,8 +210,8 @@ TEST(Credentials, UserIdWithHighFirstOctetIsQuoted) {
 TEST(Credentials, OtherSchemeWithParameters) {
     Encoded e = run(wsp_encode_credentials, 0x07, "Digest Username=\"Mufasa\", Realm=X");
     EXPECT_EQ(e.status, WSP_OK);
-    EXPECT_EQ(e.hex, hex(cat({bytes({0x87, 0x1F, 0x20}), nul_text("digest"), nul_text("username"),
-                              bytes({0x22}), nul_text("mufasa"), nul_text("realm"), nul_text("x")})));
+    EXPECT_EQ(e.hex, hex(cat({bytes({0x87, 0x1F, 0x20}), cstr("digest"), cstr("username"),
+                              bytes({0x22}), cstr("mufasa"), cstr("realm"), cstr("x")})));
 }
 
 TEST(Credentials, OtherSchemeWithoutParameters) {
@@ -278,31 +268,31 @@ TEST(Disposition, WellKnownDispositions) {
 TEST(Disposition, UnknownDispositionIsAToken) {
     Encoded e = run(wsp_encode_disposition, 0x2E, "X-Custom");
     EXPECT_EQ(e.status, WSP_OK);
-    EXPECT_EQ(e.hex, hex(cat({bytes({0xAE, 0x09}), nul_text("x-custom")})));
+    EXPECT_EQ(e.hex, hex(cat({bytes({0xAE, 0x09}), cstr("x-custom")})));
 }
 
 TEST(Disposition, FilenameParameterUnderNewestVersion) {
     Encoded e = run(wsp_encode_disposition, 0x45, "attachment; filename=\"a.txt\"");
     EXPECT_EQ(e.status, WSP_OK);
-    EXPECT_EQ(e.hex, hex(cat({bytes({0xC5, 0x09, 0x81, 0x98, 0x22}), nul_text("a.txt")})));
+    EXPECT_EQ(e.hex, hex(cat({bytes({0xC5, 0x09, 0x81, 0x98, 0x22}), cstr("a.txt")})));
 }
 
 TEST(Disposition, FilenameParameterUnderOldestVersion) {
     Encoded e = run(wsp_encode_disposition, 0x2E, "attachment; filename=\"a.txt\"", 64, 0);
     EXPECT_EQ(e.status, WSP_OK);
-    EXPECT_EQ(e.hex, hex(cat({bytes({0xAE, 0x0A, 0x81, 0x86}), nul_text("\"a.txt\"")})));
+    EXPECT_EQ(e.hex, hex(cat({bytes({0xAE, 0x0A, 0x81, 0x86}), cstr("\"a.txt\"")})));
 }
 
 TEST(Disposition, ValueAndParametersAreLowerCased) {
     Encoded e = run(wsp_encode_disposition, 0x2E, "FORM-DATA; NAME=Field1");
     EXPECT_EQ(e.status, WSP_OK);
-    EXPECT_EQ(e.hex, hex(cat({bytes({0xAE, 0x09, 0x80, 0x97}), nul_text("field1")})));
+    EXPECT_EQ(e.hex, hex(cat({bytes({0xAE, 0x09, 0x80, 0x97}), cstr("field1")})));
 }
 
 TEST(Disposition, SeveralParameters) {
     Encoded e = run(wsp_encode_disposition, 0x2E, "inline; foo; bar=1");
     EXPECT_EQ(e.status, WSP_OK);
-    EXPECT_EQ(e.hex, hex(cat({bytes({0xAE, 0x0B, 0x82}), nul_text("foo"), bytes({0x00}), nul_text("bar"),
+    EXPECT_EQ(e.hex, hex(cat({bytes({0xAE, 0x0B, 0x82}), cstr("foo"), bytes({0x00}), cstr("bar"),
                               bytes({0x81})})));
 }
 

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "encode/encode.h"
-#include "wsp_test_support.h"
+#include "unit_support.h"
 
 using namespace wsp_test;
 
@@ -19,25 +19,14 @@ constexpr uint8_t kAcceptApp = 0x32;
 constexpr uint8_t kBearer = 0x33;
 constexpr uint8_t kPushFlag = 0x34;
 
-struct Result {
-    int status;
-    std::string hex;
-};
+using Result = EncodeResult;
 
 Result encode(wsp_header_encoder fn, uint8_t code, const std::string &value, uint16_t size = 512,
               uint8_t version = 3) {
-    OutBuffer out(size);
-    TextCopy text(value);
-    int status = fn(code, text.get(), out.get(), version);
-    // A failed Long-integer write counts its octets although they did not
-    // fit; only the bytes inside the block are looked at.
-    if (out->length > out->size) return {status, "length past size"};
-    return {status, out.written_hex()};
+    return encode_value(fn, code, value, size, version);
 }
 
 // The bytes of a text and its terminating NUL.
-Bytes tx(const char *s) { return cat({text_bytes(s), bytes({0})}); }
-
 // ---- Vary ----
 
 TEST(EncodeVary, KnownNameIsItsCodeLowerCased) {
@@ -56,7 +45,7 @@ TEST(EncodeVary, EachElementIsAHeaderOfItsOwn) {
     Result r = encode(wsp_encode_vary, kVary, "age, X-Foo ,cache-control");
     EXPECT_EQ(r.status, WSP_OK);
     // A name defined twice takes its lowest code: cache-control is 0x08.
-    EXPECT_EQ(r.hex, hex(cat({bytes({0xAA, 0x85, 0xAA}), tx("x-foo"), bytes({0xAA, 0x88})})));
+    EXPECT_EQ(r.hex, hex(cat({bytes({0xAA, 0x85, 0xAA}), cstr("x-foo"), bytes({0xAA, 0x88})})));
 }
 
 TEST(EncodeVary, LastNameOfTheTableIsFound) {
@@ -121,7 +110,7 @@ TEST(EncodeWarning, CodeAloneIsAShortInteger) {
 TEST(EncodeWarning, CodeAgentAndTextInsideAValueLength) {
     Result r = encode(wsp_encode_warning, kWarning, "99 proxy \"Response is stale\"");
     EXPECT_EQ(r.status, WSP_OK);
-    Bytes body = cat({bytes({0xE3}), tx("proxy"), tx("\"Response is stale\"")});
+    Bytes body = cat({bytes({0xE3}), cstr("proxy"), cstr("\"Response is stale\"")});
     ASSERT_EQ(body.size(), 27u);
     EXPECT_EQ(r.hex, hex(cat({bytes({0xAC, 27}), body})));
 }
@@ -129,14 +118,14 @@ TEST(EncodeWarning, CodeAgentAndTextInsideAValueLength) {
 TEST(EncodeWarning, CommaInsideQuotedTextDoesNotSplit) {
     Result r = encode(wsp_encode_warning, kWarning, "10 a \"x, y\", 12");
     EXPECT_EQ(r.status, WSP_OK);
-    Bytes first = cat({bytes({0x8A}), tx("a"), tx("\"x, y\"")});
+    Bytes first = cat({bytes({0x8A}), cstr("a"), cstr("\"x, y\"")});
     EXPECT_EQ(r.hex, hex(cat({bytes({0xAC, static_cast<int>(first.size())}), first, bytes({0xAC, 0x8C})})));
 }
 
 TEST(EncodeWarning, RunsOfBlanksSeparateOneWord) {
     Result r = encode(wsp_encode_warning, kWarning, "10   host    text");
     EXPECT_EQ(r.status, WSP_OK);
-    EXPECT_EQ(r.hex, hex(cat({bytes({0xAC, 11, 0x8A}), tx("host"), tx("text")})));
+    EXPECT_EQ(r.hex, hex(cat({bytes({0xAC, 11, 0x8A}), cstr("host"), cstr("text")})));
 }
 
 TEST(EncodeWarning, AgentStartingHighGetsAQuote) {
@@ -150,7 +139,7 @@ TEST(EncodeWarning, LongValueUsesTheLengthQuote) {
     Result r = encode(wsp_encode_warning, kWarning, "10 a " + text);
     EXPECT_EQ(r.status, WSP_OK);
     // 1 + 2 + 41 = 44 octets after the length.
-    EXPECT_EQ(r.hex, hex(cat({bytes({0xAC, 0x1F, 44, 0x8A}), tx("a"), tx(text.c_str())})));
+    EXPECT_EQ(r.hex, hex(cat({bytes({0xAC, 0x1F, 44, 0x8A}), cstr("a"), cstr(text.c_str())})));
 }
 
 TEST(EncodeWarning, CodeMustHaveTwoCharacters) {
@@ -231,7 +220,7 @@ TEST(EncodeAppId, CodeAbove127IsALongInteger) {
 TEST(EncodeAppId, UnknownIdIsTokenText) {
     Result r = encode(wsp_encode_app_id, kAppId, "MyApp");
     EXPECT_EQ(r.status, WSP_OK);
-    EXPECT_EQ(r.hex, hex(cat({bytes({0xAF}), tx("myapp")})));
+    EXPECT_EQ(r.hex, hex(cat({bytes({0xAF}), cstr("myapp")})));
 }
 
 TEST(EncodeAppId, UnknownIdWithSeparatorFails) {
@@ -280,7 +269,7 @@ TEST(EncodeAcceptApp, EachElementIsAHeaderOfItsOwn) {
 TEST(EncodeAcceptApp, LongCodeAndTokenText) {
     Result r = encode(wsp_encode_accept_app, kAcceptApp, "x-microsoft:drm.meter, my-app");
     EXPECT_EQ(r.status, WSP_OK);
-    EXPECT_EQ(r.hex, hex(cat({bytes({0xB2, 0x02, 0x90, 0x34, 0xB2}), tx("my-app")})));
+    EXPECT_EQ(r.hex, hex(cat({bytes({0xB2, 0x02, 0x90, 0x34, 0xB2}), cstr("my-app")})));
 }
 
 TEST(EncodeAcceptApp, StarIsAnyApplicationAndEndsTheList) {
