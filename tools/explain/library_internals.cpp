@@ -3,24 +3,27 @@
 #include "decode/decode.h"
 #include "primitives.h"
 #include "tables.h"
+#include "text_limits.h"
 
 namespace wsptool::lib {
 
-const uint16_t kNameArea = WSP_DEC_NAME_AREA;
-const uint16_t kNameCapacity = WSP_DEC_NAME_LIMIT;
-const uint16_t kValueArea = WSP_DEC_VALUE_AREA;
-const uint16_t kValueCapacity = WSP_DEC_SCRATCH;
+const uint16_t kNameArea = WSP_NAME_AREA;
+const uint16_t kNameCapacity = WSP_NAME_CAPACITY;
+const uint16_t kValueArea = WSP_TEXT_AREA;
+const uint16_t kValueCapacity = WSP_TEXT_CAPACITY;
 
 ValueClass value_class(uint8_t octet) { return static_cast<ValueClass>(wsp_class_of(octet)); }
 
 bool is_text_class(ValueClass cls) { return wsp_is_text_class(cls); }
 
-const char *header_name(uint8_t code) { return code < WSP_HEADER_NAME_ROWS ? wsp_header_names[code] : nullptr; }
+const char *header_name(uint8_t code) {
+    return code < WSP_HEADER_NAME_ROWS ? wsp_header_names.name(code) : nullptr;
+}
 
 int highest_code(int version) {
     if (version < 1 || version > static_cast<int>(WSP_VERSION_ROWS)) return -1;
     // The table holds the first code past the version's range.
-    return static_cast<int>(static_cast<uint16_t>(wsp_header_versions[version - 1].code)) - 1;
+    return static_cast<int>(wsp_version_limits[version - 1].header_end) - 1;
 }
 
 HeaderDecoder header_decoder(uint8_t code) { return code <= kHighestHeaderCode ? wsp_header_decoders[code] : nullptr; }
