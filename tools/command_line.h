@@ -34,6 +34,7 @@ void add_json(CLI::App *command, bool &json);
 
 void add_decode_commands(CLI::App &app, std::vector<Command> &commands);
 void add_encode_commands(CLI::App &app, std::vector<Command> &commands);
+void add_explain_command(CLI::App &app, std::vector<Command> &commands);
 
 } // namespace wsptool
 

@@ -32,6 +32,7 @@ struct DecodeOptions {
     bool json = false;                     // one JSON object per PDU
     std::string pcap;                      // decode-push, decode-pdu: a capture
     std::vector<uint16_t> ports;           // extra UDP ports for the capture
+    bool quiet = false;                    // no notes on stderr for headers stepped over
 };
 
 struct EncodeOptions {
@@ -53,6 +54,14 @@ struct EncodePushOptions {
     bool raw_out = false;
 };
 
+struct ExplainOptions {
+    InputSource input;
+    std::string version = kDefaultVersion;
+    bool push = false; // the input is a push PDU, not a header block
+    bool tid = false;  // --push: the first octet is a transaction id
+    bool json = false; // one JSON object instead of the table
+};
+
 struct Streams {
     std::istream &in;
     std::ostream &out;
@@ -66,6 +75,7 @@ int run_decode_content_type(const DecodeOptions &options, Streams io);
 int run_encode_headers(const EncodeOptions &options, Streams io);
 int run_encode_content_type(const EncodeOptions &options, Streams io);
 int run_encode_push(const EncodePushOptions &options, Streams io);
+int run_explain(const ExplainOptions &options, Streams io);
 
 } // namespace wsptool
 

@@ -24,6 +24,10 @@ report per packet, headed "packet N, TIME, SOURCE -> DESTINATION".
 
 )";
 
+void add_quiet(CLI::App *command, bool &quiet) {
+    command->add_flag("--quiet,-q", quiet, "no notes on standard error for headers the library stepped over");
+}
+
 void add_pdu_options(CLI::App *command, DecodeOptions &options) {
     CLI::Option *tid = command->add_flag_callback(
         "--tid", [&options] { options.tid = TidMode::kPresent; }, "the first octet is a transaction id");
@@ -34,6 +38,7 @@ void add_pdu_options(CLI::App *command, DecodeOptions &options) {
     command->add_flag("--hex", options.hex_out, "print the decoded header text as hex octets");
     command->add_flag("--raw-body", options.raw_body, "print WBXML bodies in hex, not as XML");
     add_json(command, options.json);
+    add_quiet(command, options.quiet);
     CLI::Option *pcap = command->add_option("--pcap", options.pcap, "decode the WSP datagrams of a pcap or pcapng capture")
                             ->check(CLI::ExistingFile);
     command->add_option("--port", options.ports, "another UDP port that carries WSP in the capture")
@@ -72,6 +77,7 @@ void add_decode_commands(CLI::App &app, std::vector<Command> &commands) {
     add_wsp_version(c, headers->version, "for the header block");
     c->add_flag("--hex", headers->hex_out, "print the decoded header text as hex octets");
     add_json(c, headers->json);
+    add_quiet(c, headers->quiet);
     c->footer(std::string(kOctetInput) + kExitCodes);
     commands.push_back({c, [headers](Streams io) { return run_decode_headers(*headers, io); }});
 

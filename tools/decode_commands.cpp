@@ -6,6 +6,7 @@
 #include "capture_reader.h"
 #include "commands.h"
 #include "decode_error.h"
+#include "library_calls.h"
 #include "library_buffers.h"
 #include "pdu_names.h"
 #include "pdu_report.h"
@@ -28,11 +29,12 @@ void too_long(size_t count, const char *what) {
                          " octets; the library handles at most 65535");
 }
 
-PduOptions pdu_options(const DecodeOptions &options, bool push_only) {
+PduOptions pdu_options(const DecodeOptions &options, bool push_only, std::ostream &err) {
     PduOptions out;
     out.tid = options.tid;
     out.version = options.version;
     out.push_only = push_only;
+    if (!options.quiet) out.notes = &err;
     return out;
 }
 
@@ -49,7 +51,7 @@ ReportOptions report_options(const DecodeOptions &options) {
 int run_capture(const DecodeOptions &options, Streams io, bool push_only) {
     std::vector<uint16_t> ports(std::begin(kWspPorts), std::end(kWspPorts));
     ports.insert(ports.end(), options.ports.begin(), options.ports.end());
-    PduOptions pdu = pdu_options(options, push_only);
+    PduOptions pdu = pdu_options(options, push_only, io.err);
     // On these ports every PDU is connectionless: a transaction id first.
     if (pdu.tid == TidMode::kDetect) pdu.tid = TidMode::kPresent;
     const ReportOptions report = report_options(options);
@@ -75,6 +77,7 @@ int run_capture(const DecodeOptions &options, Streams io, bool push_only) {
             const DecodedPdu decoded = decode_pdu(datagram.payload, pdu);
             object.update(pdu_json(decoded, report));
             text += pdu_text(decoded, report);
+            if (decoded.header_failure) throw DecodeError(*decoded.header_failure);
         } catch (const std::runtime_error &e) {
             io.err << "wsptool: " << packet << ": " << e.what() << '\n';
             object["error"] = e.what();
@@ -96,9 +99,11 @@ int run_capture(const DecodeOptions &options, Streams io, bool push_only) {
 int run_pdu(const DecodeOptions &options, Streams io, bool push_only) {
     if (!options.pcap.empty()) return run_capture(options, io, push_only);
     const Octets octets = read_octets(options.input, io.in);
-    const DecodedPdu decoded = decode_pdu(octets, pdu_options(options, push_only));
+    const DecodedPdu decoded = decode_pdu(octets, pdu_options(options, push_only, io.err));
     const ReportOptions report = report_options(options);
     io.out << (options.json ? json_line(pdu_json(decoded, report)) : pdu_text(decoded, report));
+    // The report keeps the header lines decoded before a failure.
+    if (decoded.header_failure) throw DecodeError(*decoded.header_failure);
     return kExitOk;
 }
 
@@ -111,8 +116,22 @@ int run_decode_pdu(const DecodeOptions &options, Streams io) { return run_pdu(op
 int run_decode_headers(const DecodeOptions &options, Streams io) {
     const Octets octets = read_octets(options.input, io.in);
     too_long(octets.size(), "header block");
-    const std::string text = octets.empty() ? std::string()
-                                            : decode_header_text(octets.data(), octets.size(), options.version);
+    std::string text;
+    try {
+        if (!octets.empty()) {
+            HeaderNotes notes;
+            if (!options.quiet) notes.err = &io.err;
+            text = decode_header_text(octets.data(), octets.size(), options.version, notes);
+        }
+    } catch (const HeaderDecodeError &e) {
+        // The lines decoded before the failure are printed either way.
+        if (!options.json) {
+            const auto *partial = reinterpret_cast<const uint8_t *>(e.partial_text.data());
+            io.out << (options.hex_out ? format_hex(partial, e.partial_text.size(), "")
+                                       : format_text(partial, e.partial_text.size(), ""));
+        }
+        throw;
+    }
     const auto *bytes = reinterpret_cast<const uint8_t *>(text.data());
     if (options.json)
         io.out << json_line({{"octets", octets.size()}, {"lines", header_lines_json(text)}});

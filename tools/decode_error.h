@@ -13,7 +13,14 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-// "wsp_dec_hdr failed: WSP_ERR_ARG (-211): <meaning>" as a DecodeError.
+// A library function returned a failure status.
+class LibraryFailure : public DecodeError {
+public:
+    LibraryFailure(const std::string &message, int failed_status) : DecodeError(message), status(failed_status) {}
+    int status;
+};
+
+// "wsp_dec_hdr failed: WSP_ERR_ARG (-211): <meaning>" as a LibraryFailure.
 [[noreturn]] void throw_library_failure(const char *function, int status);
 
 } // namespace wsptool

@@ -4,6 +4,7 @@
 
 #include "commands.h"
 #include "decode_error.h"
+#include "diagnostics.h"
 #include "library_buffers.h"
 #include "pdu_names.h"
 
@@ -18,10 +19,44 @@ void print_octets(Streams io, const Octets &octets, bool raw) {
         io.out << format_hex(octets.data(), octets.size());
 }
 
+// After a failure: the first line whose text, with the lines before it,
+// makes the encoder fail is the one to blame (lines before it may matter:
+// the encoder remembers the last header it recognised).
+// Returns "" when no run of first lines makes it fail.
+std::string failing_line(const std::string &lines, const std::string &version) {
+    std::string prefix;
+    unsigned number = 0;
+    size_t start = 0;
+    while (start < lines.size()) {
+        size_t end = lines.find('\n', start);
+        if (end == std::string::npos) end = lines.size();
+        ++number;
+        prefix.append(lines, start, end - start).append("\n");
+        std::string line = lines.substr(start, end - start);
+        if (!line.empty() && line.back() == '\r') line.pop_back();
+        start = end + 1;
+        try {
+            encode_header_lines(prefix, version);
+        } catch (const LibraryFailure &e) {
+            return describe_encode_failure(number, line, e.status);
+        }
+    }
+    return "";
+}
+
 } // namespace
 
 int run_encode_headers(const EncodeOptions &options, Streams io) {
-    print_octets(io, encode_header_lines(read_text(options.file, io.in), options.version), options.raw_out);
+    const std::string lines = read_text(options.file, io.in);
+    Octets octets;
+    try {
+        octets = encode_header_lines(lines, options.version);
+    } catch (const LibraryFailure &e) {
+        // Names the line to blame after the library's status.
+        const std::string line = failing_line(lines, options.version);
+        throw DecodeError(std::string(e.what()) + (line.empty() ? "" : "\nwsptool: " + line));
+    }
+    print_octets(io, octets, options.raw_out);
     return kExitOk;
 }
 

@@ -5,6 +5,8 @@
 #include <vector>
 
 #include "decode_error.h"
+#include "diagnostics.h"
+#include "explain/block_walk.h"
 #include "library_buffers.h"
 #include "status_names.h"
 #include "tarnwspencdec.h"
@@ -25,15 +27,30 @@ int version_number(const std::string &version) {
     return 0;
 }
 
-std::string decode_header_text(const uint8_t *block, size_t count, const std::string &version) {
+std::string decode_header_text(const uint8_t *block, size_t count, const std::string &version,
+                               const HeaderNotes &notes) {
     if (count > kMaxOctets) throw DecodeError("the header block has more than 65535 octets");
     InputBlock input(Octets(block, block + count));
     wsp_hdrbuf holder{static_cast<uint16_t>(count), &input.record()};
     OutputBlock text(kTextSize);
     const int status = wsp_dec_hdr(&holder, &text.record(), nullptr, version_number(version));
-    if (!status_ok(status)) throw_library_failure("wsp_dec_hdr", status);
     const wsp_buffer &t = text.record();
-    return std::string(reinterpret_cast<const char *>(t.data), t.length);
+    std::string decoded(reinterpret_cast<const char *>(t.data), t.length);
+    if (notes.err == nullptr && status_ok(status)) return decoded;
+
+    // The explain engine walks the same block and ends exactly where the
+    // library ends: it tells what was stepped over and where a failure
+    // stopped the decoding.
+    explain::WalkOptions walk_options;
+    walk_options.version = version_number(version);
+    walk_options.output_size = kTextSize;
+    walk_options.base_offset = static_cast<uint16_t>(notes.base);
+    const explain::Explanation walk = explain::explain_block(block, static_cast<uint16_t>(count), walk_options);
+    if (notes.err != nullptr) print_stepped_over_notes(walk, *notes.err);
+    if (!status_ok(status))
+        throw HeaderDecodeError("wsp_dec_hdr failed: " + describe_status(status) + "\nwsptool: " + describe_stop(walk),
+                                std::move(decoded));
+    return decoded;
 }
 
 ContentType decode_content_type(const uint8_t *value, size_t avail) {

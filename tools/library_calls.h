@@ -5,8 +5,11 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <iosfwd>
 #include <string>
+#include <utility>
 
+#include "decode_error.h"
 #include "hex_io.h"
 
 namespace wsptool {
@@ -18,9 +21,27 @@ inline constexpr const char *kDefaultVersion = "1.4";
 // "1.1" .. "1.4" to 1 .. 4 (the command line admits these four only).
 int version_number(const std::string &version);
 
+// Where decode_header_text tells about the headers the library stepped
+// over (one note each, see diagnostics.h).
+struct HeaderNotes {
+    std::ostream *err = nullptr; // nullptr: no notes
+    size_t base = 0;             // the block's offset in the input, for the offsets in the notes
+};
+
+// wsp_dec_hdr refused a block.  The message names the status and where the
+// decoding stopped; `partial_text` holds the lines written before it.
+class HeaderDecodeError : public DecodeError {
+public:
+    HeaderDecodeError(const std::string &message, std::string partial)
+        : DecodeError(message), partial_text(std::move(partial)) {}
+    std::string partial_text;
+};
+
 // Decodes a header block with wsp_dec_hdr: the text exactly as the library
 // writes it (lines "name:value\n", possibly with NUL octets left in).
-std::string decode_header_text(const uint8_t *block, size_t count, const std::string &version);
+// Throws HeaderDecodeError when the library refuses the block.
+std::string decode_header_text(const uint8_t *block, size_t count, const std::string &version,
+                               const HeaderNotes &notes = {});
 
 // One Content-type value decoded with wsp_decode_content from at most
 // `avail` octets: the text and the octets the value took.

@@ -74,6 +74,7 @@ int main(int argc, char **argv) {
     std::vector<Command> commands;
     add_decode_commands(app, commands);
     add_encode_commands(app, commands);
+    add_explain_command(app, commands);
 
     if (const std::string problem = precheck(argc, argv, commands); !problem.empty()) {
         std::cerr << "wsptool: " << problem << (problem.back() == '\n' ? "" : "\n");

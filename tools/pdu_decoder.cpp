@@ -36,19 +36,27 @@ Octets take(const Octets &pdu, size_t *at, size_t count, const char *what) {
     return out;
 }
 
-void set_headers(DecodedPdu &out, const Octets &block, const PduOptions &options) {
+// `base`: the block's offset in the PDU.
+void set_headers(DecodedPdu &out, const Octets &block, const PduOptions &options, size_t base) {
     out.has_headers = true;
     out.header_octets = block.size();
-    if (!block.empty()) out.header_text = decode_header_text(block.data(), block.size(), options.version);
+    if (block.empty()) return;
+    try {
+        out.header_text = decode_header_text(block.data(), block.size(), options.version, {options.notes, base});
+    } catch (const HeaderDecodeError &e) {
+        out.header_text = e.partial_text;
+        out.header_failure = e.what();
+    }
 }
 
 // Content type and headers sharing one length (Reply, Post): the content
 // type first, the header block after it.
-void content_type_and_headers(DecodedPdu &out, const Octets &run, const PduOptions &options) {
+void content_type_and_headers(DecodedPdu &out, const Octets &run, const PduOptions &options, size_t base) {
     const ContentType type = decode_content_type(run.data(), run.size());
     if (type.octets > run.size()) throw DecodeError("the content type is longer than the headers length");
     out.content_type = type.text;
-    set_headers(out, Octets(run.begin() + static_cast<std::ptrdiff_t>(type.octets), run.end()), options);
+    set_headers(out, Octets(run.begin() + static_cast<std::ptrdiff_t>(type.octets), run.end()), options,
+                base + type.octets);
 }
 
 void expect_end(const Octets &pdu, size_t at) {
@@ -90,7 +98,8 @@ void decode_push(const Octets &pdu, size_t start, DecodedPdu &out, const PduOpti
         const wsp_buffer *h = result.headers.buffer;
         headers.assign(h->data + h->offset, h->data + h->offset + header_octets);
     }
-    set_headers(out, headers, options);
+    // The header block sits right before the data (or ends the PDU).
+    set_headers(out, headers, options, pdu.size() - body.size() - header_octets);
     out.body = std::move(body);
 }
 
@@ -107,7 +116,8 @@ void decode_other(const Octets &pdu, size_t at, DecodedPdu &out, const PduOption
         const uint32_t caps = read_uintvar(pdu, &at, "capabilities length");
         const uint32_t headers = read_uintvar(pdu, &at, "headers length");
         out.capabilities = take(pdu, &at, caps, "capabilities length");
-        set_headers(out, take(pdu, &at, headers, "headers length"), options);
+        const Octets block = take(pdu, &at, headers, "headers length");
+        set_headers(out, block, options, at - block.size());
         expect_end(pdu, at);
     } else if (type == kPduReply) {
         if (at >= pdu.size()) throw DecodeError("the PDU ends before its status");
@@ -115,7 +125,8 @@ void decode_other(const Octets &pdu, size_t at, DecodedPdu &out, const PduOption
         const std::string text = reply_status_text(status);
         out.fields.push_back({"status", hex_octet(status) + (text.empty() ? " (unassigned)" : " (" + text + ")")});
         const uint32_t length = read_uintvar(pdu, &at, "headers length");
-        content_type_and_headers(out, take(pdu, &at, length, "headers length"), options);
+        const Octets run = take(pdu, &at, length, "headers length");
+        content_type_and_headers(out, run, options, at - run.size());
         out.body = Octets(pdu.begin() + static_cast<std::ptrdiff_t>(at), pdu.end());
     } else if (type == kPduDisconnect) {
         out.fields.push_back({"server-session-id", std::to_string(read_uintvar(pdu, &at, "server session id"))});
@@ -125,20 +136,23 @@ void decode_other(const Octets &pdu, size_t at, DecodedPdu &out, const PduOption
         if (type == kPduResume) {
             const uint32_t caps = read_uintvar(pdu, &at, "capabilities length");
             out.capabilities = take(pdu, &at, caps, "capabilities length");
-            set_headers(out, take(pdu, &at, pdu.size() - at, "headers"), options);
+            const Octets block = take(pdu, &at, pdu.size() - at, "headers");
+            set_headers(out, block, options, at - block.size());
         }
         expect_end(pdu, at);
     } else if (is_get_type(type)) {
         const uint32_t length = read_uintvar(pdu, &at, "URI length");
         const Octets uri = take(pdu, &at, length, "URI length");
         out.fields.push_back({"uri", format_text(uri.data(), uri.size(), "")});
-        set_headers(out, take(pdu, &at, pdu.size() - at, "headers"), options);
+        const Octets block = take(pdu, &at, pdu.size() - at, "headers");
+        set_headers(out, block, options, at - block.size());
     } else if (is_post_type(type)) {
         const uint32_t uri_length = read_uintvar(pdu, &at, "URI length");
         const uint32_t headers_length = read_uintvar(pdu, &at, "headers length");
         const Octets uri = take(pdu, &at, uri_length, "URI length");
         out.fields.push_back({"uri", format_text(uri.data(), uri.size(), "")});
-        content_type_and_headers(out, take(pdu, &at, headers_length, "headers length"), options);
+        const Octets run = take(pdu, &at, headers_length, "headers length");
+        content_type_and_headers(out, run, options, at - run.size());
         out.body = Octets(pdu.begin() + static_cast<std::ptrdiff_t>(at), pdu.end());
     }
     // format_text ends a line with "\n": fields hold the bare text.
@@ -187,13 +201,26 @@ size_t detect_type_offset(const Octets &pdu, const PduOptions &options) {
     // Both octets could be the type: the reading that decodes wins; when
     // both do, the one that finds a content type; then the one without a
     // transaction id.
+    // The trial readings print no notes, and a refused header block counts
+    // as a reading that does not decode.
+    PduOptions trial = options;
+    trial.notes = nullptr;
     std::optional<DecodedPdu> readings[2];
+    bool only_headers_refused[2] = {false, false};
     for (size_t start = 0; start < 2; ++start) {
         try {
-            readings[start] = decode_at(pdu, start, options);
+            readings[start] = decode_at(pdu, start, trial);
+            if (readings[start]->header_failure) {
+                only_headers_refused[start] = true;
+                readings[start].reset();
+            }
         } catch (const std::runtime_error &) {
         }
     }
+    // Neither decodes: the reading that got as far as its header block wins
+    // over one refused before it, so that the report shows the lines
+    // decoded before the failure.
+    if (!readings[0] && !readings[1] && only_headers_refused[0] && !only_headers_refused[1]) return 0;
     if (!readings[0]) return 1;
     if (!readings[1]) return 0;
     const bool empty_type = readings[0]->content_type && readings[0]->content_type->empty();

@@ -6,6 +6,7 @@
 #define WSPTOOL_PDU_DECODER_H
 
 #include <cstdint>
+#include <iosfwd>
 #include <optional>
 #include <string>
 #include <vector>
@@ -38,6 +39,9 @@ struct DecodedPdu {
     bool has_headers = false;
     size_t header_octets = 0;
     std::string header_text;
+    // The library refused the header block: the message (status and where
+    // the decoding stopped); header_text holds the lines written before it.
+    std::optional<std::string> header_failure;
     std::optional<Octets> body;
 };
 
@@ -45,9 +49,11 @@ struct PduOptions {
     TidMode tid = TidMode::kDetect;
     std::string version = "1.4"; // for the header block
     bool push_only = false;      // decode-push: only Push and ConfirmedPush
+    std::ostream *notes = nullptr; // notes for headers stepped over (nullptr: none)
 };
 
-// Takes a PDU apart.  Throws DecodeError when the library refuses a part,
+// Takes a PDU apart.  A header block the library refuses is kept in
+// header_text / header_failure.  Throws DecodeError when the library refuses another part,
 // when the fields do not fit the octets, or when the type is not one that
 // is decoded (with push_only: not a push PDU); InputError when the PDU is
 // empty.
@@ -57,7 +63,9 @@ DecodedPdu decode_pdu(const Octets &pdu, const PduOptions &options);
 // the first octet is the type when it is one and the second is not; the
 // second when only it is; when both are, the reading that decodes wins;
 // when both do, the one without a transaction id, unless its content type
-// comes out empty and the other reading's does not.
+// comes out empty and the other reading's does not; when neither does, the
+// one without a transaction id if only its header block was refused and the
+// other reading was refused before its headers, else the other.
 size_t detect_type_offset(const Octets &pdu, const PduOptions &options);
 
 } // namespace wsptool

@@ -8,6 +8,7 @@
 #   EXPECTED      optional: a file that standard output must equal exactly
 #   STDOUT_REGEX  optional: a pattern that standard output must match
 #   STDERR_REGEX  optional: a pattern that standard error must match
+#   EXPECTED_STDERR optional: a file that standard error must equal exactly
 #   STDIN         optional: a file given as standard input (default: empty)
 
 foreach(required TOOL EXIT)
@@ -60,12 +61,18 @@ endif()
 if(NOT "${code}" STREQUAL "${EXIT}")
   string(APPEND failed "exit code ${code}, expected ${EXIT}\n")
 endif()
-if(NOT "${EXPECTED}" STREQUAL "")
-  file(READ "${EXPECTED}" expected)
-  if(NOT "${out}" STREQUAL "${expected}")
-    string(APPEND failed "standard output differs from ${EXPECTED}\n--- expected:\n${expected}--- got:\n${out}---\n")
+# Appends to `failed` when `actual` differs from the content of `file`.
+function(compare_with_file label actual file)
+  if("${file}" STREQUAL "")
+    return()
   endif()
-endif()
+  file(READ "${file}" expected)
+  if(NOT "${actual}" STREQUAL "${expected}")
+    set(failed "${failed}${label} differs from ${file}\n--- expected:\n${expected}--- got:\n${actual}---\n" PARENT_SCOPE)
+  endif()
+endfunction()
+compare_with_file("standard output" "${out}" "${EXPECTED}")
+compare_with_file("standard error" "${err}" "${EXPECTED_STDERR}")
 if(NOT "${STDOUT_REGEX}" STREQUAL "" AND NOT "${out}" MATCHES "${STDOUT_REGEX}")
   string(APPEND failed "standard output does not match [${STDOUT_REGEX}]:\n${out}\n")
 endif()

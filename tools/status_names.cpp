@@ -30,7 +30,7 @@ std::string status_meaning(int status) {
     if (static_cast<uint16_t>(status) == WSP_VARINTLEN_FAIL && status > 0)
         return "the uintvar does not have the expected length";
     switch (static_cast<int16_t>(status)) {
-    case WSP_OK: return "";
+    case WSP_OK: return "success";
     case WSP_ERR_ARG: return "a value of a form the decoder does not accept, or a code-page shift it cannot follow";
     case WSP_ERR_FAIL: return "malformed or over-long value, no room in the output, or a lookup miss";
     case WSP_ERR_TRUNCATED: return "a text or header line longer than the room the library gives it";
@@ -41,13 +41,12 @@ std::string status_meaning(int status) {
 
 std::string describe_status(int status) {
     std::string text = status_name(status);
-    const std::string meaning = status_meaning(status);
-    if (!meaning.empty()) text.append(": ").append(meaning);
+    if (!status_ok(status)) text.append(": ").append(status_meaning(status));
     return text;
 }
 
 void throw_library_failure(const char *function, int status) {
-    throw DecodeError(std::string(function).append(" failed: ").append(describe_status(status)));
+    throw LibraryFailure(std::string(function).append(" failed: ").append(describe_status(status)), status);
 }
 
 } // namespace wsptool

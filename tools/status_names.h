@@ -15,10 +15,11 @@ bool status_ok(int status);
 std::string status_name(int status);
 
 // A short meaning of the status ("malformed or over-long value, no room in
-// the output, or a lookup miss"); "" for WSP_OK.
+// the output, or a lookup miss"); "success" for WSP_OK.
 std::string status_meaning(int status);
 
-// "WSP_ERR_FAIL (-214): malformed or ...": name, number and meaning.
+// "WSP_ERR_FAIL (-214): malformed or ...": name, number and meaning (a
+// success: its name and number only).
 std::string describe_status(int status);
 
 } // namespace wsptool

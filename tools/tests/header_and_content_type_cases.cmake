@@ -41,7 +41,7 @@ wsptool_case(headers_date_tz EXIT 0
   STDOUT_REGEX "^date:Thu, 01 Jan 1970 01:00:00 GMT\n$"
   ARGS --tz Europe/Berlin decode-headers 92 01 00)
 wsptool_case(headers_shift_failure EXIT 1
-  STDERR_REGEX "^wsptool: wsp_dec_hdr failed: WSP_ERR_ARG \\(-211\\): a value of a form the decoder does not accept, or a code-page shift it cannot follow\n$"
+  STDERR_REGEX "^wsptool: wsp_dec_hdr failed: WSP_ERR_ARG \\(-211\\): a value of a form the decoder does not accept, or a code-page shift it cannot follow\nwsptool: decoding stopped at offset 0, in the shift: octet 0x00 cannot start an entry\n$"
   ARGS decode-headers 00)
 string(REPEAT "00" 65536 too_many)
 file(WRITE ${WSPTOOL_SCRATCH}/too-long.hex "${too_many}")
