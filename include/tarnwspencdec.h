@@ -17,6 +17,16 @@
  * Cursor style.  Functions that take `const uint8_t **cursor` (readers) or
  *   `uint8_t **cursor` (writers) read or write at *cursor and advance it past
  *   what they consumed on success; on failure *cursor is left unchanged.
+ *   Readers given a count of available octets (wsp_decode_content,
+ *   wsp_dec_varint, wsp_dec_varintLen, wsp_decode_hdentity) read only
+ *   octets below that count: a value whose terminator or last octet would
+ *   be the first octet after it is refused as cut short, even when the
+ *   caller's memory holds that octet.  wsp_dec_hdr, which knows the input
+ *   buffer, reads the terminating NUL of an application header's name or
+ *   text value, or of a code-page header's text value, on the first octet
+ *   after the block when that octet lies below the input buffer's size
+ *   (counted from data); values handed to the per-header decoders stay
+ *   bounded by the block.
  *
  * Buffer style.  Functions that append to a wsp_buffer write at
  *   data + offset + length, test length against size first and add what
