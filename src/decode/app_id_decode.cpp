@@ -39,6 +39,16 @@ void read_app_text(const uint8_t **p, uint16_t remaining, wsp_text_builder *valu
     value->sync();
 }
 
+// An application id as a code (Short-integer, or Long-integer behind its
+// length) or as text, by the class of its first octet; any other class
+// gives -214.
+int read_app_value(const uint8_t **p, uint8_t cls, uint16_t remaining, wsp_text_builder *value) {
+    if (cls == WSP_CLASS_SHORT_LENGTH || cls == WSP_CLASS_SHORT_INT) return read_app_code(p, cls, remaining, value);
+    if (!wsp_is_text_class(cls)) return kWspErrFail;
+    read_app_text(p, remaining, value);
+    return kWspOk;
+}
+
 } // namespace
 
 int wsp_dec_app_id(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint16_t remaining) {
@@ -46,14 +56,8 @@ int wsp_dec_app_id(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint1
     const uint8_t *p = *cursor;
     const uint8_t cls = wsp_class_of(*p);
     wsp_text_builder value;
-    if (cls == WSP_CLASS_SHORT_LENGTH || cls == WSP_CLASS_SHORT_INT) {
-        int status = read_app_code(&p, cls, remaining, &value);
-        if (status != kWspOk) return status;
-    } else if (wsp_is_text_class(cls)) {
-        read_app_text(&p, remaining, &value);
-    } else {
-        return kWspErrFail;
-    }
+    int status = read_app_value(&p, cls, remaining, &value);
+    if (status != kWspOk) return status;
     // A comma after the value (a list of ids) or an id already in the
     // output refuses the header: only one application-id line is written.
     // The octet after the value counts only while it lies inside the block.
@@ -70,13 +74,9 @@ int wsp_dec_accept_app(uint32_t code, const uint8_t **cursor, wsp_buffer *out, u
     if (*p == kAnyApplication) {
         ++p;
         value.append("*");
-    } else if (cls == WSP_CLASS_SHORT_LENGTH || cls == WSP_CLASS_SHORT_INT) {
-        int status = read_app_code(&p, cls, remaining, &value);
-        if (status != kWspOk) return status;
-    } else if (wsp_is_text_class(cls)) {
-        read_app_text(&p, remaining, &value);
     } else {
-        return kWspErrFail;
+        int status = read_app_value(&p, cls, remaining, &value);
+        if (status != kWspOk) return status;
     }
     return wsp_write_value_line(code, value.text, out, wsp_line_writer::merging, cursor, p, wsp_cursor_rule::on_ok);
 }
