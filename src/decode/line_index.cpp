@@ -95,21 +95,24 @@ insert_result insert(wsp_line_index *ix, const uint8_t *text, const wsp_indexed_
     return insert_result::placed;
 }
 
-// Lines [from, upto) join the table, growing it while it may grow; once it
-// cannot take a name, the rest of the lines are left to the overflow scan.
-void index_lines(wsp_line_index *ix, const uint8_t *text, uint16_t from, uint16_t upto);
-
-// Doubles the table and puts back every line before `upto`.
+// Doubles the table and puts back every line before `upto`.  Those lines
+// all had their names in the table, which was at most three quarters full,
+// so they take at most three eighths of the doubled one and every insert
+// finds room: the rehash is a plain loop, no call back into index_lines.
 bool grow(wsp_line_index *ix, const uint8_t *text, uint16_t upto) {
     uint32_t slots = (ix->mask + 1u) * 2u;
     if (slots > wsp_line_index::kSlots) return false;
     std::memset(ix->slot, 0, sizeof ix->slot[0] * slots);
     ix->mask = static_cast<uint16_t>(slots - 1);
     ix->names = 0;
-    index_lines(ix, text, 0, upto);
+    uint16_t pos = 0;
+    wsp_indexed_line l;
+    while (next_line(text, &pos, upto, &l)) insert(ix, text, l);
     return true;
 }
 
+// Lines [from, upto) join the table, growing it while it may grow; once it
+// cannot take a name, the rest of the lines are left to the overflow scan.
 void index_lines(wsp_line_index *ix, const uint8_t *text, uint16_t from, uint16_t upto) {
     uint16_t pos = from;
     wsp_indexed_line l;
