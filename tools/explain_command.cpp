@@ -14,6 +14,7 @@
 #include "diagnostics.h"
 #include "explain/block_walk.h"
 #include "explain/push_walk.h"
+#include "json_fields.h"
 #include "library_buffers.h"
 #include "status_names.h"
 
@@ -131,14 +132,6 @@ void print_text(const explain::Explanation &walk, std::ostream &out) {
 }
 
 // ---- JSON ----
-
-Json status_json(std::optional<int> status) {
-    if (!status) return nullptr;
-    const std::string name = status_name(*status);
-    return Json{{"name", name.substr(0, name.find(' '))},
-                {"code", static_cast<int16_t>(*status)},
-                {"meaning", status_meaning(*status)}};
-}
 
 // Text that may hold any octet, as JSON text: octets below 0x80 as they
 // are, others as the Latin-1 character of the same number, so that every
