@@ -16,6 +16,7 @@
 #include "explain/push_walk.h"
 #include "json_fields.h"
 #include "library_buffers.h"
+#include "page_list.h"
 #include "status_names.h"
 
 namespace wsptool {
@@ -36,6 +37,10 @@ constexpr const char *kExplainLayout = R"(Output: one row per entry, then the de
   FORM    how the value is encoded                TEXT    what the library writes for it alone
   RESULT  written (line N), merged into line N, dropped: why, shifted: to page N, failed: why
 --json prints one object: {"entries": [...], "text", "status", "stop_offset", "block_released"}.
+--page PAGE[:NAME=CODE,...] hands the decoder a page list: PAGE (2..255) names
+its headers by code (0..127), e.g. --page 2:x-foo=0x10,x-bar=17.  With pages
+given, a shift to a page not among them stops the decoding, as it does in the
+library; without, every header of an extension page is stepped over.
 
 )";
 
@@ -184,12 +189,11 @@ void print_walk(const std::vector<const Entry *> &entries, const explain::Explan
     print_text(walk, out);
 }
 
-int explain_push_pdu(const Octets &pdu, const ExplainOptions &options, Streams io) {
+int explain_push_pdu(const Octets &pdu, const ExplainOptions &options, const explain::WalkOptions &walk_options,
+                     Streams io) {
     const size_t skip = options.tid ? 1 : 0;
     if (pdu.size() < skip + 1)
         throw InputError(options.tid ? "the PDU is empty after its transaction id" : "the PDU is empty");
-    explain::WalkOptions walk_options;
-    walk_options.version = version_number(options.version);
     const explain::PushExplanation pushed = explain::explain_push(pdu, options.tid, walk_options);
 
     std::vector<const Entry *> entries;
@@ -214,10 +218,12 @@ int run_explain(const ExplainOptions &options, Streams io) {
     const Octets octets = read_octets(options.input, io.in);
     if (octets.size() > kMaxOctets)
         throw InputError("the input has " + std::to_string(octets.size()) + " octets; the library handles at most 65535");
-    if (options.push) return explain_push_pdu(octets, options, io);
-
+    const PageList pages(options.pages);
     explain::WalkOptions walk_options;
     walk_options.version = version_number(options.version);
+    walk_options.pages = pages.list();
+    if (options.push) return explain_push_pdu(octets, options, walk_options, io);
+
     const explain::Explanation walk =
         explain::explain_block(octets.data(), static_cast<uint16_t>(octets.size()), walk_options);
     std::vector<const Entry *> entries;
@@ -239,6 +245,11 @@ void add_explain_command(CLI::App &app, std::vector<Command> &commands) {
     headers->excludes(push);
     c->add_flag("--tid", options->tid, "with --push: the first octet is a transaction id")->needs(push);
     c->add_flag("--json", options->json, "print one JSON object (entries, text, status)");
+    c->add_option("--page", options->pages,
+                  "an extension header code page and the headers it names: PAGE[:NAME=CODE,...] (repeatable)")
+        ->expected(1)
+        ->allow_extra_args(false)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
     c->footer(std::string(kExplainLayout) + kOctetInput +
               "Exit codes: 0 the input decodes; 1 the library fails on it (the rows up to the\n"
               "failure are printed, with the status); 2 usage error, unreadable input, an\n"
