@@ -1,11 +1,11 @@
 #include "capabilities.h"
 
 #include <cstdint>
-#include <cstdio>
 #include <iterator>
 
 #include "decode_error.h"
 #include "library_calls.h"
+#include "pdu_names.h"
 
 namespace wsptool {
 
@@ -44,12 +44,6 @@ constexpr ProtocolOption kOptionFlags[] = {
 constexpr uint8_t kBearerIncluded = 0x80;
 constexpr uint8_t kPortIncluded = 0x40;
 constexpr uint8_t kAddressLengthMask = 0x3F;
-
-std::string hex_code(unsigned code) {
-    char text[8];
-    std::snprintf(text, sizeof text, "0x%02X", code);
-    return text;
-}
 
 std::string hex_pairs(const uint8_t *data, size_t count) {
     std::string text = format_hex(data, count, "");
@@ -102,14 +96,14 @@ std::optional<std::string> size_value(Span s) {
 std::optional<std::string> options_value(Span s) {
     if (s.empty()) return std::nullopt;
     const uint8_t flags = *s.at++;
-    std::string text = hex_code(flags) + ":";
+    std::string text = hex_octet(flags) + ":";
     uint8_t known = 0;
     for (const ProtocolOption &option : kOptionFlags) {
         known |= option.bit;
         if (flags & option.bit) text.append(text.back() == ':' ? " " : ", ").append(option.name);
     }
     if (flags == 0) text += " none";
-    if (flags & ~known) text.append(text.back() == ':' ? " " : ", ").append("unassigned bits ").append(hex_code(flags & ~known));
+    if (flags & ~known) text.append(text.back() == ':' ? " " : ", ").append("unassigned bits ").append(hex_octet(flags & ~known));
     if (!s.empty()) text.append("; then ").append(hex_pairs(s.at, s.size()));
     return text;
 }
@@ -124,7 +118,7 @@ std::optional<std::string> code_list(Span s, bool with_names) {
     std::string text;
     while (!s.empty()) {
         if (!text.empty()) text += ", ";
-        text += hex_code(*s.at++);
+        text += hex_octet(*s.at++);
         if (!with_names) continue;
         const std::optional<std::string> name = take_text(s);
         if (!name) return std::nullopt;
@@ -147,7 +141,7 @@ std::optional<std::string> alias_value(Span s) {
         std::string alias;
         if (type & kBearerIncluded) {
             if (s.empty()) return std::nullopt;
-            alias.append("bearer ").append(hex_code(*s.at++)).append(", ");
+            alias.append("bearer ").append(hex_octet(*s.at++)).append(", ");
         }
         if (type & kPortIncluded) {
             if (s.size() < 2) return std::nullopt;
@@ -244,7 +238,7 @@ std::string describe_capability(const Capability &c) {
         return "octet " + std::to_string(c.offset) + " on: " + c.problem + ": " + hex_pairs(c.octets.data(), c.octets.size());
     std::string label;
     if (c.code)
-        label = (c.name.empty() ? "capability" : c.name) + " (" + hex_code(*c.code) + ")";
+        label = (c.name.empty() ? "capability" : c.name) + " (" + hex_octet(*c.code) + ")";
     else
         label = c.name.empty() ? "capability with an unreadable identifier" : c.name;
     return label + ": " + c.value;

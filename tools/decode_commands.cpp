@@ -1,6 +1,7 @@
 // decode-push, decode-pdu, decode-headers and decode-content-type.
 #include <cstring>
 #include <iostream>
+#include <optional>
 #include <string>
 
 #include "capture_reader.h"

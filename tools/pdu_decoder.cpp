@@ -1,6 +1,5 @@
 #include "pdu_decoder.h"
 
-#include <cstdio>
 #include <cstring>
 
 #include "decode_error.h"
@@ -14,23 +13,23 @@ namespace wsptool {
 
 namespace {
 
-std::string hex_octet(uint8_t octet) {
-    char text[8];
-    std::snprintf(text, sizeof text, "0x%02X", octet);
-    return text;
-}
-
-// Octets [at, at + count) of the PDU, or a DecodeError naming the field;
-// `*at` moves past them.
-Octets take(const Octets &pdu, size_t *at, size_t count, const char *what) {
-    if (count > pdu.size() - *at)
+// A DecodeError naming the field when `count` octets from `at` run past
+// the PDU.
+void check_room(const Octets &pdu, size_t at, size_t count, const char *what) {
+    if (count > pdu.size() - at)
         throw DecodeError(std::string("the ")
                               .append(what)
                               .append(" claims ")
                               .append(std::to_string(count))
                               .append(" octets; ")
-                              .append(std::to_string(pdu.size() - *at))
+                              .append(std::to_string(pdu.size() - at))
                               .append(" are left"));
+}
+
+// Octets [at, at + count) of the PDU, or a DecodeError naming the field;
+// `*at` moves past them.
+Octets take(const Octets &pdu, size_t *at, size_t count, const char *what) {
+    check_room(pdu, *at, count, what);
     Octets out(pdu.begin() + static_cast<std::ptrdiff_t>(*at),
                pdu.begin() + static_cast<std::ptrdiff_t>(*at + count));
     *at += count;
@@ -75,14 +74,12 @@ void take_headers(DecodedPdu &out, const Octets &pdu, size_t *at, size_t count, 
 // library refuses it.
 void content_type_and_headers(DecodedPdu &out, const Octets &pdu, size_t *at, uint32_t length,
                               const PduOptions &options) {
-    const size_t start = *at;
-    const Octets run = take(pdu, at, length, "headers length");
-    *at = start;
-    const ContentType type = decode_content_type(run.data(), run.size());
-    if (type.octets > run.size()) throw DecodeError("the content type is longer than the headers length");
+    check_room(pdu, *at, length, "headers length");
+    const ContentType type = decode_content_type(pdu.data() + *at, length);
+    if (type.octets > length) throw DecodeError("the content type is longer than the headers length");
     out.content_type = type.text;
     *at += type.octets;
-    take_headers(out, pdu, at, run.size() - type.octets, "headers length", options);
+    take_headers(out, pdu, at, length - type.octets, "headers length", options);
 }
 
 void expect_end(const Octets &pdu, size_t at) {
@@ -108,9 +105,11 @@ void decode_push(const Octets &pdu, size_t start, size_t *at, DecodedPdu &out, c
     wsp_push_result result{};
     const int status = wsp_push_decoding(&record, &result, &spare_ptr);
     if (!status_ok(status)) {
+        // Past HeadersLen when it reads, to stop at the content type.
         try {
             read_uintvar(pdu, at, "headers length");
         } catch (const DecodeError &) {
+            // It does not: the push decoder stopped at HeadersLen.
         }
         throw_library_failure("wsp_push_decoding", status);
     }

@@ -133,7 +133,7 @@ nlohmann::ordered_json pdu_json(const DecodedPdu &pdu, const ReportOptions &opti
         }
         out["body"] = std::move(body);
     }
-    // Added after the first keys: the capabilities taken apart.
+    // The capabilities taken apart (after the keys scripts knew before).
     if (pdu.capabilities) {
         nlohmann::ordered_json list = nlohmann::ordered_json::array();
         for (const Capability &c : decode_capabilities(*pdu.capabilities, pdu.type == kPduConnectReply))
