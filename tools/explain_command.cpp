@@ -239,8 +239,9 @@ void add_explain_command(CLI::App &app, std::vector<Command> &commands) {
                    "the text written for it, and what became of it.");
     add_octet_input(c, options->input, "the header block (or, with --push, the push PDU)");
     add_wsp_version(c, options->version, "for the header block");
-    bool headers_requested = false; // the default input; the flag only makes it explicit
-    CLI::Option *headers = c->add_flag("--headers", headers_requested, "the input is a header block (the default)");
+    // The default input: the flag only makes it explicit, and stores nothing
+    // (a variable here would be gone when the line is parsed).
+    CLI::Option *headers = c->add_flag_callback("--headers", [] {}, "the input is a header block (the default)");
     CLI::Option *push = c->add_flag("--push", options->push, "the input is a push PDU");
     headers->excludes(push);
     c->add_flag("--tid", options->tid, "with --push: the first octet is a transaction id")->needs(push);
