@@ -33,7 +33,7 @@ void add_octet_input(CLI::App *command, InputSource &input, const std::string &w
 }
 
 void add_json(CLI::App *command, bool &json) {
-    command->add_flag("--json", json, "print one JSON object per line instead of text");
+    command->add_flag("--json", json, "print one JSON object per line instead of text (also on a failure: what was decoded, then \"failure\")");
 }
 
 } // namespace wsptool

@@ -60,6 +60,7 @@ struct ExplainOptions {
     bool push = false; // the input is a push PDU, not a header block
     bool tid = false;  // --push: the first octet is a transaction id
     bool json = false; // one JSON object instead of the table
+    std::vector<std::string> pages; // --page: extension code pages (see page_list.h)
 };
 
 struct Streams {

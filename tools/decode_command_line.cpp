@@ -10,6 +10,8 @@ namespace {
 constexpr const char *kPduLayout = R"text(Output (text):
   tid: 0xNN                the transaction id, when the PDU has one
   pdu: Push (0x06)         the PDU type
+  capabilities: N octets   Connect, ConnectReply, Resume: then one line per
+    Name (0xNN): value     capability, its value decoded (--hex: the octets)
   content-type: TEXT       the decoded content type (nothing after the colon when empty)
   headers: N octets        the size of the encoded header block, then the decoded
     name:value             header lines, indented (--hex: the text's octets in hex)
@@ -20,7 +22,9 @@ constexpr const char *kPduLayout = R"text(Output (text):
 
 constexpr const char *kCapture = R"(--pcap FILE reads a capture (pcap or pcapng) and decodes every UDP datagram to
 or from port 9200 or 2948 (and the --port ports) as a connectionless PDU: one
-report per packet, headed "packet N, TIME, SOURCE -> DESTINATION".
+report per packet, headed "packet N, TIME, SOURCE -> DESTINATION".  Notes and
+failures name their packet; their offsets count from the start of its
+datagram.
 
 )";
 
@@ -35,7 +39,7 @@ void add_pdu_options(CLI::App *command, DecodeOptions &options) {
         "--no-tid", [&options] { options.tid = TidMode::kAbsent; }, "the first octet is the PDU type");
     tid->excludes(no_tid);
     add_wsp_version(command, options.version, "for the header block");
-    command->add_flag("--hex", options.hex_out, "print the decoded header text as hex octets");
+    command->add_flag("--hex", options.hex_out, "print the decoded header text and the capabilities as hex octets");
     command->add_flag("--raw-body", options.raw_body, "print WBXML bodies in hex, not as XML");
     add_json(command, options.json);
     add_quiet(command, options.quiet);

@@ -1,11 +1,13 @@
 // decode-push, decode-pdu, decode-headers and decode-content-type.
 #include <cstring>
 #include <iostream>
+#include <optional>
 #include <string>
 
 #include "capture_reader.h"
 #include "commands.h"
 #include "decode_error.h"
+#include "json_fields.h"
 #include "library_calls.h"
 #include "library_buffers.h"
 #include "pdu_names.h"
@@ -17,10 +19,6 @@ namespace {
 
 std::string octet_count(size_t count) {
     return std::to_string(count) + (count == 1 ? " octet" : " octets");
-}
-
-std::string json_line(const nlohmann::ordered_json &object) {
-    return object.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n";
 }
 
 void too_long(size_t count, const char *what) {
@@ -73,15 +71,28 @@ int run_capture(const DecodeOptions &options, Streams io, bool push_only) {
                               {"source", datagram.source},
                               {"destination", datagram.destination}};
         std::string text = packet + ", " + time + ", " + datagram.source + " -> " + datagram.destination + "\n";
+        // Notes and failures name the packet; their offsets count from the
+        // start of its datagram.
+        pdu.note_context = packet + ", ";
+        std::optional<DecodeFailure> failure;
         try {
             const DecodedPdu decoded = decode_pdu(datagram.payload, pdu);
             object.update(pdu_json(decoded, report));
             text += pdu_text(decoded, report);
-            if (decoded.header_failure) throw DecodeError(*decoded.header_failure);
+            failure = decoded.failure;
         } catch (const std::runtime_error &e) {
-            io.err << "wsptool: " << packet << ": " << e.what() << '\n';
-            object["error"] = e.what();
-            text += "error: " + std::string(e.what()) + "\n";
+            failure = DecodeFailure::from(e, 0);
+        }
+        if (failure) {
+            io.err << "wsptool: " << packet << ": " << failure->error << '\n';
+            text += "error: " + failure->error + "\n";
+            if (!failure->detail.empty()) {
+                io.err << "wsptool: " << packet << ": " << failure->detail << '\n';
+                text += failure->detail + "\n";
+            }
+            object.erase("failure");
+            object["error"] = failure->error;
+            object["failure"] = failure_json(*failure);
             code = kExitCodec;
         }
         if (options.json) {
@@ -99,11 +110,18 @@ int run_capture(const DecodeOptions &options, Streams io, bool push_only) {
 int run_pdu(const DecodeOptions &options, Streams io, bool push_only) {
     if (!options.pcap.empty()) return run_capture(options, io, push_only);
     const Octets octets = read_octets(options.input, io.in);
-    const DecodedPdu decoded = decode_pdu(octets, pdu_options(options, push_only, io.err));
+    DecodedPdu decoded;
+    try {
+        decoded = decode_pdu(octets, pdu_options(options, push_only, io.err));
+    } catch (const DecodeError &e) {
+        // Where the PDU type is could not be told: nothing was read.
+        if (options.json) io.out << json_line({{"failure", failure_json(DecodeFailure::from(e, 0))}});
+        throw;
+    }
     const ReportOptions report = report_options(options);
+    // The report holds what was read before a failure.
     io.out << (options.json ? json_line(pdu_json(decoded, report)) : pdu_text(decoded, report));
-    // The report keeps the header lines decoded before a failure.
-    if (decoded.header_failure) throw DecodeError(*decoded.header_failure);
+    if (decoded.failure) throw DecodeError(decoded.failure->message());
     return kExitOk;
 }
 
@@ -117,26 +135,27 @@ int run_decode_headers(const DecodeOptions &options, Streams io) {
     const Octets octets = read_octets(options.input, io.in);
     too_long(octets.size(), "header block");
     std::string text;
-    try {
-        if (!octets.empty()) {
-            HeaderNotes notes;
-            if (!options.quiet) notes.err = &io.err;
+    std::optional<DecodeFailure> failure;
+    if (!octets.empty()) {
+        HeaderNotes notes;
+        if (!options.quiet) notes.err = &io.err;
+        try {
             text = decode_header_text(octets.data(), octets.size(), options.version, notes);
+        } catch (const HeaderDecodeError &e) {
+            // The lines decoded before the failure are printed either way.
+            text = e.partial_text;
+            failure = e.failure;
         }
-    } catch (const HeaderDecodeError &e) {
-        // The lines decoded before the failure are printed either way.
-        if (!options.json) {
-            const auto *partial = reinterpret_cast<const uint8_t *>(e.partial_text.data());
-            io.out << (options.hex_out ? format_hex(partial, e.partial_text.size(), "")
-                                       : format_text(partial, e.partial_text.size(), ""));
-        }
-        throw;
     }
     const auto *bytes = reinterpret_cast<const uint8_t *>(text.data());
-    if (options.json)
-        io.out << json_line({{"octets", octets.size()}, {"lines", header_lines_json(text)}});
-    else
+    if (options.json) {
+        nlohmann::ordered_json object{{"octets", octets.size()}, {"lines", header_lines_json(text)}};
+        if (failure) object["failure"] = failure_json(*failure);
+        io.out << json_line(object);
+    } else {
         io.out << (options.hex_out ? format_hex(bytes, text.size(), "") : format_text(bytes, text.size(), ""));
+    }
+    if (failure) throw DecodeError(failure->message());
     return kExitOk;
 }
 
@@ -144,7 +163,18 @@ int run_decode_content_type(const DecodeOptions &options, Streams io) {
     const Octets octets = read_octets(options.input, io.in);
     too_long(octets.size(), "content-type value");
     if (octets.empty()) throw InputError("the content-type value is empty");
-    const ContentType type = decode_content_type(octets.data(), octets.size());
+    ContentType type;
+    try {
+        type = decode_content_type(octets.data(), octets.size());
+    } catch (const DecodeError &e) {
+        // The decoder leaves its cursor where it was: nothing was read.
+        if (options.json)
+            io.out << json_line({{"content_type", ""},
+                                 {"octets", 0},
+                                 {"unread", octets.size()},
+                                 {"failure", failure_json(DecodeFailure::from(e, 0))}});
+        throw;
+    }
     const std::string text = format_text(reinterpret_cast<const uint8_t *>(type.text.data()), type.text.size(), "");
     const size_t unread = octets.size() - type.octets;
     if (options.json) {

@@ -66,13 +66,13 @@ std::string entry_label(const explain::Entry &entry) {
     return "entry";
 }
 
-void print_stepped_over_notes(const explain::Explanation &walk, std::ostream &err) {
+void print_stepped_over_notes(const explain::Explanation &walk, std::ostream &err, std::string_view context) {
     // Written in one piece: standard error is unbuffered, and a block may
     // step over thousands of headers.
     std::string notes;
     for (const explain::Entry &e : walk.entries) {
         if (e.fate != explain::Fate::kDropped) continue;
-        notes.append("wsptool: note: offset ").append(std::to_string(e.offset)).append(": ");
+        notes.append("wsptool: note: ").append(context).append("offset ").append(std::to_string(e.offset)).append(": ");
         notes.append(entry_label(e)).append(" stepped over: ").append(e.reason);
         if (e.status) notes.append(" [").append(status_name(*e.status)).append("]");
         notes += '\n';
@@ -91,8 +91,8 @@ std::string describe_stop(const explain::Explanation &walk) {
     return text;
 }
 
-std::string describe_encode_failure(unsigned line_number, std::string_view line, int status) {
-    std::string text = "line " + std::to_string(line_number) + ' ' + quoted(line) + ": " + status_name(status) + ": ";
+std::string describe_encode_failure(std::string_view where, std::string_view line, int status) {
+    std::string text = std::string(where) + ' ' + quoted(line) + ": " + status_name(status) + ": ";
     const std::string name = line_name(line);
     if (name == "content-type")
         text += "content-type travels outside the header block and cannot be encoded in it";

@@ -22,15 +22,17 @@ std::string entry_label(const explain::Entry &entry);
 
 // One line per header the walk stepped over:
 //   wsptool: note: offset 12: header 0x2f (x-wap-application-id) stepped over: <reason>
-void print_stepped_over_notes(const explain::Explanation &walk, std::ostream &err);
+// `context` goes before the offset ("packet 3, ").
+void print_stepped_over_notes(const explain::Explanation &walk, std::ostream &err, std::string_view context = "");
 
 // Where the walk of a block that the library refused stopped:
 //   decoding stopped at offset 7, in the header "x-foo" that starts at offset 2: <reason>
 std::string describe_stop(const explain::Explanation &walk);
 
-// The header line that made the encoder fail:
+// The header line that made the encoder fail, `where` naming it ("line 3",
+// "--header 2"):
 //   line 3 "Content-Type: text/plain": WSP_ERR_FAIL (-214): <why>
-std::string describe_encode_failure(unsigned line_number, std::string_view line, int status);
+std::string describe_encode_failure(std::string_view where, std::string_view line, int status);
 
 } // namespace wsptool
 

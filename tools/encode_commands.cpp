@@ -1,4 +1,6 @@
 // encode-headers, encode-content-type and encode-push.
+#include <algorithm>
+#include <functional>
 #include <iostream>
 #include <string>
 
@@ -19,11 +21,14 @@ void print_octets(Streams io, const Octets &octets, bool raw) {
         io.out << format_hex(octets.data(), octets.size());
 }
 
+// How a failing line is named, from its 1-based number in the text.
+using LineNamer = std::function<std::string(unsigned)>;
+
 // After a failure: the first line whose text, with the lines before it,
 // makes the encoder fail is the one to blame (lines before it may matter:
 // the encoder remembers the last header it recognised).
 // Returns "" when no run of first lines makes it fail.
-std::string failing_line(const std::string &lines, const std::string &version) {
+std::string failing_line(const std::string &lines, const std::string &version, const LineNamer &name) {
     std::string prefix;
     unsigned number = 0;
     size_t start = 0;
@@ -38,24 +43,33 @@ std::string failing_line(const std::string &lines, const std::string &version) {
         try {
             encode_header_lines(prefix, version);
         } catch (const LibraryFailure &e) {
-            return describe_encode_failure(number, line, e.status);
+            return describe_encode_failure(name(number), line, e.status);
         }
     }
     return "";
+}
+
+// encode_header_lines, whose refusal names the line to blame after the
+// library's status.
+Octets encode_lines_naming_failure(const std::string &lines, const std::string &version, const LineNamer &name) {
+    try {
+        return encode_header_lines(lines, version);
+    } catch (const LibraryFailure &e) {
+        const std::string line = failing_line(lines, version, name);
+        throw DecodeError(std::string(e.what()) + (line.empty() ? "" : "\nwsptool: " + line));
+    }
+}
+
+size_t line_count(const std::string &text) {
+    return static_cast<size_t>(std::count(text.begin(), text.end(), '\n'));
 }
 
 } // namespace
 
 int run_encode_headers(const EncodeOptions &options, Streams io) {
     const std::string lines = read_text(options.file, io.in);
-    Octets octets;
-    try {
-        octets = encode_header_lines(lines, options.version);
-    } catch (const LibraryFailure &e) {
-        // Names the line to blame after the library's status.
-        const std::string line = failing_line(lines, options.version);
-        throw DecodeError(std::string(e.what()) + (line.empty() ? "" : "\nwsptool: " + line));
-    }
+    const Octets octets = encode_lines_naming_failure(
+        lines, options.version, [](unsigned number) { return "line " + std::to_string(number); });
     print_octets(io, octets, options.raw_out);
     return kExitOk;
 }
@@ -71,10 +85,17 @@ int run_encode_push(const EncodePushOptions &options, Streams io) {
         lines = read_file(options.headers_file);
         if (!lines.empty() && lines.back() != '\n') lines += '\n';
     }
+
+    // The file's lines come first, then the --header lines.
+    const size_t file_lines = line_count(lines);
     for (const std::string &line : options.headers) lines.append(line).append("\n");
 
     const Octets content_type = encode_content_type(options.content_type, options.version);
-    const Octets headers = lines.empty() ? Octets() : encode_header_lines(lines, options.version);
+    const LineNamer name = [&options, file_lines](unsigned number) {
+        if (number <= file_lines) return "line " + std::to_string(number) + " of " + options.headers_file;
+        return "--header " + std::to_string(number - file_lines);
+    };
+    const Octets headers = lines.empty() ? Octets() : encode_lines_naming_failure(lines, options.version, name);
     Octets body;
     if (!options.body_hex.empty())
         body = parse_hex(options.body_hex);

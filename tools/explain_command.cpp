@@ -14,7 +14,9 @@
 #include "diagnostics.h"
 #include "explain/block_walk.h"
 #include "explain/push_walk.h"
+#include "json_fields.h"
 #include "library_buffers.h"
+#include "page_list.h"
 #include "status_names.h"
 
 namespace wsptool {
@@ -35,6 +37,10 @@ constexpr const char *kExplainLayout = R"(Output: one row per entry, then the de
   FORM    how the value is encoded                TEXT    what the library writes for it alone
   RESULT  written (line N), merged into line N, dropped: why, shifted: to page N, failed: why
 --json prints one object: {"entries": [...], "text", "status", "stop_offset", "block_released"}.
+--page PAGE[:NAME=CODE,...] hands the decoder a page list: PAGE (2..255) names
+its headers by code (0..127), e.g. --page 2:x-foo=0x10,x-bar=17.  With pages
+given, a shift to a page not among them stops the decoding, as it does in the
+library; without, every header of an extension page is stepped over.
 
 )";
 
@@ -132,14 +138,6 @@ void print_text(const explain::Explanation &walk, std::ostream &out) {
 
 // ---- JSON ----
 
-Json status_json(std::optional<int> status) {
-    if (!status) return nullptr;
-    const std::string name = status_name(*status);
-    return Json{{"name", name.substr(0, name.find(' '))},
-                {"code", static_cast<int16_t>(*status)},
-                {"meaning", status_meaning(*status)}};
-}
-
 // Text that may hold any octet, as JSON text: octets below 0x80 as they
 // are, others as the Latin-1 character of the same number, so that every
 // octet survives a round trip.
@@ -191,12 +189,11 @@ void print_walk(const std::vector<const Entry *> &entries, const explain::Explan
     print_text(walk, out);
 }
 
-int explain_push_pdu(const Octets &pdu, const ExplainOptions &options, Streams io) {
+int explain_push_pdu(const Octets &pdu, const ExplainOptions &options, const explain::WalkOptions &walk_options,
+                     Streams io) {
     const size_t skip = options.tid ? 1 : 0;
     if (pdu.size() < skip + 1)
         throw InputError(options.tid ? "the PDU is empty after its transaction id" : "the PDU is empty");
-    explain::WalkOptions walk_options;
-    walk_options.version = version_number(options.version);
     const explain::PushExplanation pushed = explain::explain_push(pdu, options.tid, walk_options);
 
     std::vector<const Entry *> entries;
@@ -221,10 +218,12 @@ int run_explain(const ExplainOptions &options, Streams io) {
     const Octets octets = read_octets(options.input, io.in);
     if (octets.size() > kMaxOctets)
         throw InputError("the input has " + std::to_string(octets.size()) + " octets; the library handles at most 65535");
-    if (options.push) return explain_push_pdu(octets, options, io);
-
+    const PageList pages(options.pages);
     explain::WalkOptions walk_options;
     walk_options.version = version_number(options.version);
+    walk_options.pages = pages.list();
+    if (options.push) return explain_push_pdu(octets, options, walk_options, io);
+
     const explain::Explanation walk =
         explain::explain_block(octets.data(), static_cast<uint16_t>(octets.size()), walk_options);
     std::vector<const Entry *> entries;
@@ -240,12 +239,18 @@ void add_explain_command(CLI::App &app, std::vector<Command> &commands) {
                    "the text written for it, and what became of it.");
     add_octet_input(c, options->input, "the header block (or, with --push, the push PDU)");
     add_wsp_version(c, options->version, "for the header block");
-    bool headers_requested = false; // the default input; the flag only makes it explicit
-    CLI::Option *headers = c->add_flag("--headers", headers_requested, "the input is a header block (the default)");
+    // The default input: the flag only makes it explicit, and stores nothing
+    // (a variable here would be gone when the line is parsed).
+    CLI::Option *headers = c->add_flag_callback("--headers", [] {}, "the input is a header block (the default)");
     CLI::Option *push = c->add_flag("--push", options->push, "the input is a push PDU");
     headers->excludes(push);
     c->add_flag("--tid", options->tid, "with --push: the first octet is a transaction id")->needs(push);
     c->add_flag("--json", options->json, "print one JSON object (entries, text, status)");
+    c->add_option("--page", options->pages,
+                  "an extension header code page and the headers it names: PAGE[:NAME=CODE,...] (repeatable)")
+        ->expected(1)
+        ->allow_extra_args(false)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
     c->footer(std::string(kExplainLayout) + kOctetInput +
               "Exit codes: 0 the input decodes; 1 the library fails on it (the rows up to the\n"
               "failure are printed, with the status); 2 usage error, unreadable input, an\n"

@@ -46,9 +46,10 @@ std::string decode_header_text(const uint8_t *block, size_t count, const std::st
     walk_options.output_size = kTextSize;
     walk_options.base_offset = static_cast<uint16_t>(notes.base);
     const explain::Explanation walk = explain::explain_block(block, static_cast<uint16_t>(count), walk_options);
-    if (notes.err != nullptr) print_stepped_over_notes(walk, *notes.err);
+    if (notes.err != nullptr) print_stepped_over_notes(walk, *notes.err, notes.context);
     if (!status_ok(status))
-        throw HeaderDecodeError("wsp_dec_hdr failed: " + describe_status(status) + "\nwsptool: " + describe_stop(walk),
+        throw HeaderDecodeError({"wsp_dec_hdr failed: " + describe_status(status), status, walk.stop_offset,
+                                 describe_stop(walk)},
                                 std::move(decoded));
     return decoded;
 }

@@ -26,14 +26,17 @@ int version_number(const std::string &version);
 struct HeaderNotes {
     std::ostream *err = nullptr; // nullptr: no notes
     size_t base = 0;             // the block's offset in the input, for the offsets in the notes
+    std::string context;         // put before the offset in each note ("packet 3, "), may be ""
 };
 
-// wsp_dec_hdr refused a block.  The message names the status and where the
-// decoding stopped; `partial_text` holds the lines written before it.
+// wsp_dec_hdr refused a block.  `failure` holds the status and where the
+// decoding stopped (offsets counted as for the notes); `partial_text` the
+// lines written before it.
 class HeaderDecodeError : public DecodeError {
 public:
-    HeaderDecodeError(const std::string &message, std::string partial)
-        : DecodeError(message), partial_text(std::move(partial)) {}
+    HeaderDecodeError(DecodeFailure stopped, std::string partial)
+        : DecodeError(stopped.message()), failure(std::move(stopped)), partial_text(std::move(partial)) {}
+    DecodeFailure failure;
     std::string partial_text;
 };
 

@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "decode_error.h"
 #include "hex_io.h"
 
 namespace wsptool {
@@ -39,10 +40,12 @@ struct DecodedPdu {
     bool has_headers = false;
     size_t header_octets = 0;
     std::string header_text;
-    // The library refused the header block: the message (status and where
-    // the decoding stopped); header_text holds the lines written before it.
-    std::optional<std::string> header_failure;
     std::optional<Octets> body;
+    // Decoding stopped here: the fields above are those read before it
+    // (with a refused header block, header_text holds the lines written
+    // before the failure and the data after the block is still read).
+    std::optional<DecodeFailure> failure;
+    bool failed_in_headers = false; // the failure is the library's, on the header block
 };
 
 struct PduOptions {
@@ -50,13 +53,14 @@ struct PduOptions {
     std::string version = "1.4"; // for the header block
     bool push_only = false;      // decode-push: only Push and ConfirmedPush
     std::ostream *notes = nullptr; // notes for headers stepped over (nullptr: none)
+    std::string note_context;      // put before the offset in each note ("packet 3, ")
 };
 
-// Takes a PDU apart.  A header block the library refuses is kept in
-// header_text / header_failure.  Throws DecodeError when the library refuses another part,
-// when the fields do not fit the octets, or when the type is not one that
-// is decoded (with push_only: not a push PDU); InputError when the PDU is
-// empty.
+// Takes a PDU apart.  When the library refuses a part, the fields do not
+// fit the octets or the type is not one that is decoded (with push_only:
+// not a push PDU), the result holds what was read before and `failure`.
+// Throws DecodeError when the place of the PDU type cannot be told (see
+// detect_type_offset), InputError when the PDU is empty or too long.
 DecodedPdu decode_pdu(const Octets &pdu, const PduOptions &options);
 
 // Where the PDU type octet is: 0, or 1 after a transaction id.  Detection:

@@ -35,10 +35,14 @@ const char *pdu_type_name(uint8_t type) {
     }
 }
 
-std::string describe_pdu_type(uint8_t type) {
+std::string hex_octet(unsigned octet) {
     char code[8];
-    std::snprintf(code, sizeof code, "0x%02X", type);
-    return std::string(pdu_type_name(type)).append(" (").append(code).append(")");
+    std::snprintf(code, sizeof code, "0x%02X", octet & 0xFFu);
+    return code;
+}
+
+std::string describe_pdu_type(uint8_t type) {
+    return std::string(pdu_type_name(type)).append(" (").append(hex_octet(type)).append(")");
 }
 
 std::string reply_status_text(uint8_t status) {

@@ -35,6 +35,9 @@ bool is_decodable_type(uint8_t type);
 // "Push", "Get", "Options", ...; "unassigned" for octets without a type.
 const char *pdu_type_name(uint8_t type);
 
+// "0x06": an octet of a PDU field as the reports print it.
+std::string hex_octet(unsigned octet);
+
 // "Push (0x06)".
 std::string describe_pdu_type(uint8_t type);
 

@@ -2,6 +2,8 @@
 
 #include <cstdio>
 
+#include "capabilities.h"
+#include "json_fields.h"
 #include "pdu_names.h"
 #include "wbxml_body.h"
 
@@ -67,7 +69,11 @@ std::string pdu_text(const DecodedPdu &pdu, const ReportOptions &options) {
     for (const PduField &field : pdu.fields) out.append(field.name).append(": ").append(field.value).append("\n");
     if (pdu.capabilities) {
         out.append("capabilities: ").append(octet_count(pdu.capabilities->size())).append("\n");
-        out += format_hex(pdu.capabilities->data(), pdu.capabilities->size(), "  ");
+        if (options.hex_headers)
+            out += format_hex(pdu.capabilities->data(), pdu.capabilities->size(), "  ");
+        else
+            for (const Capability &c : decode_capabilities(*pdu.capabilities, pdu.type == kPduConnectReply))
+                out.append("  ").append(describe_capability(c)).append("\n");
     }
     if (pdu.content_type) {
         // An empty content type leaves the colon alone.
@@ -127,6 +133,19 @@ nlohmann::ordered_json pdu_json(const DecodedPdu &pdu, const ReportOptions &opti
         }
         out["body"] = std::move(body);
     }
+    // The capabilities taken apart (after the keys scripts knew before).
+    if (pdu.capabilities) {
+        nlohmann::ordered_json list = nlohmann::ordered_json::array();
+        for (const Capability &c : decode_capabilities(*pdu.capabilities, pdu.type == kPduConnectReply))
+            list.push_back({{"offset", c.offset},
+                            {"hex", hex_run(c.octets)},
+                            {"identifier", c.code ? nlohmann::ordered_json(*c.code) : nlohmann::ordered_json(nullptr)},
+                            {"name", c.name},
+                            {"value", c.value},
+                            {"problem", c.problem}});
+        out["capability_list"] = std::move(list);
+    }
+    if (pdu.failure) out["failure"] = failure_json(*pdu.failure);
     return out;
 }
 

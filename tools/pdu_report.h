@@ -12,7 +12,7 @@
 namespace wsptool {
 
 struct ReportOptions {
-    bool hex_headers = false; // the decoded header text as hex octets
+    bool hex_headers = false; // the decoded header text as hex octets, and the capabilities undecoded
     bool raw_body = false;    // WBXML bodies in hex too
 };
 
@@ -20,7 +20,9 @@ struct ReportOptions {
 //   tid: 0x01                (connectionless PDUs only)
 //   pdu: Push (0x06)
 //   NAME: VALUE              (the fixed fields of the type, one a line)
-//   capabilities: N octets   (Connect, ConnectReply, Resume), then hex
+//   capabilities: N octets   (Connect, ConnectReply, Resume), then one
+//                            line per capability (see capabilities.h), or
+//                            hex with hex_headers
 //   content-type: TEXT       (Push, Reply, Post)
 //   headers: N octets        then the decoded lines, indented
 //   body: N octets           then hex, or "(WBXML, shown as XML)" and XML

@@ -49,3 +49,13 @@ wsptool_case(encode_push_two_bodies EXIT 2
   ARGS encode-push -c text/plain --body-hex FF --body ${WSPTOOL_SCRATCH}/body.txt)
 wsptool_case(encode_push_bad_tid EXIT 2
   ARGS encode-push -c text/plain --tid 256)
+
+# encode-push names the header line that made the encoder fail: the lines
+# of --headers-file by their number in the file, then the --header lines.
+wsptool_case(encode_push_failing_header_option EXIT 1
+  EXPECTED_STDERR ${CMAKE_CURRENT_SOURCE_DIR}/tests/expected/encode-push-set-cookie.err
+  ARGS encode-push -c text/plain -H "Push-Flag: 1" -H "Set-Cookie: a=b")
+file(WRITE ${WSPTOOL_SCRATCH}/push-headers-content-type.txt "Push-Flag: 1\nContent-Type: text/plain\n")
+wsptool_case(encode_push_failing_file_line EXIT 1
+  STDERR_REGEX "^wsptool: wsp_enc_hdr failed: WSP_ERR_FAIL \\(-214\\): [^\n]+\nwsptool: line 2 of [^\n]*/push-headers-content-type.txt \"Content-Type: text/plain\": WSP_ERR_FAIL \\(-214\\): content-type travels outside the header block and cannot be encoded in it\n$"
+  ARGS encode-push -c text/plain --headers-file ${WSPTOOL_SCRATCH}/push-headers-content-type.txt -H "Age: 5")

@@ -35,6 +35,9 @@ wsptool_case(example_reply EXIT 0
 wsptool_case(example_connect EXIT 0
   EXPECTED ${WSPTOOL_EXAMPLES}/connect.expected
   ARGS decode-pdu --file ${WSPTOOL_EXAMPLES}/connect.hex)
+wsptool_case(example_connect_json EXIT 0
+  EXPECTED ${WSPTOOL_EXAMPLES}/connect.json.expected
+  ARGS decode-pdu --json --file ${WSPTOOL_EXAMPLES}/connect.hex)
 wsptool_case(example_push_through_decode_pdu EXIT 0
   EXPECTED ${WSPTOOL_EXAMPLES}/mms-notification.expected
   ARGS decode-pdu --file ${WSPTOOL_EXAMPLES}/mms-notification.hex)

@@ -56,7 +56,7 @@ wsptool_case(explain_tid_needs_push EXIT 2 STDERR_REGEX "--tid" ARGS explain --t
 wsptool_case(explain_push_excludes_headers EXIT 2 ARGS explain --push --headers 06)
 wsptool_case(explain_bad_version EXIT 2 STDERR_REGEX "--wsp-version" ARGS explain -V 2.0 00)
 wsptool_case(help_explain EXIT 0
-  STDOUT_REGEX "--wsp-version.*--headers.*--push.*--tid.*--json"
+  STDOUT_REGEX "--wsp-version.*--headers.*--push.*--tid.*--json.*--page"
   ARGS explain --help)
 
 # Notes for headers stepped over, --quiet, and failures that keep the lines
@@ -100,3 +100,28 @@ wsptool_case(decode_push_quiet EXIT 0
   EXPECTED ${EXPLAIN_EXPECTED}/decode-push-mms-v1.1.out
   EXPECTED_STDERR ${CMAKE_CURRENT_BINARY_DIR}/empty.txt
   ARGS decode-push --quiet -V 1.1 --file ${WSPTOOL_EXAMPLES}/mms-notification.hex)
+
+# --page: a page list handed to the walk.  Page 2 names two codes (one
+# written with its Short-integer value, one with an empty text), a code
+# it does not name is stepped over, and a shift to page 3, not in the
+# list, stops the walk as it stops the library.
+wsptool_case(explain_page_list EXIT 1
+  EXPECTED ${EXPLAIN_EXPECTED}/explain-page-list.txt
+  ARGS explain --page 2:x-foo=0x0d,x-bar=3
+       "AF 84  7F 02  8D 85  83 00  78 00 61 00  84 85  01  B4 81  03 8D 85")
+# A page given without headers: its codes are all stepped over.
+wsptool_case(explain_page_without_headers_json EXIT 0
+  EXPECTED ${EXPLAIN_EXPECTED}/explain-page-no-rows.json
+  ARGS explain --json --page 3 "7F 03 8D 85 01 B4 81")
+wsptool_case(explain_page_default_refused EXIT 2
+  STDERR_REGEX "^wsptool: --page 1:x=1: the page is not a number from 2 to 255 \\(the form is PAGE or PAGE:NAME=CODE,..., PAGE 2..255, CODE 0..127\\)\n$"
+  ARGS explain --page 1:x=1 00)
+wsptool_case(explain_page_code_too_high EXIT 2
+  STDERR_REGEX "^wsptool: --page 2:x=200: the code of \"x=200\" is not a number from 0 to 127 "
+  ARGS explain --page 2:x=200 00)
+wsptool_case(explain_page_row_without_code EXIT 2
+  STDERR_REGEX "^wsptool: --page 2:x: \"x\" is not NAME=CODE "
+  ARGS explain --page 2:x 00)
+wsptool_case(explain_page_twice EXIT 2
+  STDERR_REGEX "^wsptool: --page 2: page 2 is given twice "
+  ARGS explain --page 2:x=1 --page 2 00)

@@ -10,7 +10,8 @@
 //   4  IPv4 UDP 1027 -> 9999   an MMS notification push: read with --port 9999
 //   5  ARP                     not IP: passed over
 // With "bad", packet 6: IPv4 UDP 1028 -> 2948, a push whose headers length
-// runs past the end.
+// runs past the end; packet 7: IPv4 UDP 1029 -> 2948, a push whose header
+// block has a header stepped over and then a shift the decoder refuses.
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
@@ -101,7 +102,12 @@ std::vector<Bytes> packets(bool bad) {
         ipv4(udp(1027, 9999, mms)),
         arp,
     };
-    if (bad) out.push_back(ipv4(udp(1028, 2948, Bytes{0x04, 0x06, 0x09, 0x83})));
+    if (bad) {
+        out.push_back(ipv4(udp(1028, 2948, Bytes{0x04, 0x06, 0x09, 0x83})));
+        // tid, Push, HeadersLen 6, text/plain, Push-Flag 1, a Content-Type
+        // inside the block (stepped over), a shift delimiter without its page.
+        out.push_back(ipv4(udp(1029, 2948, Bytes{0x05, 0x06, 0x06, 0x83, 0xB4, 0x81, 0x91, 0x83, 0x7F})));
+    }
     return out;
 }
 
