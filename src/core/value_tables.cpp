@@ -29,7 +29,8 @@ constexpr wsp_row_text kStatusCodes[WSP_STATUS_CODE_ROWS] = {
 };
 
 // Index = code.  The two leading empty names are real rows: an empty token
-// matches index 0, and callers rely on that.
+// matches index 0, and callers rely on that (TableRules.TransferCodingEmptyTokenIsIndexZero,
+// EncodeTe.EmptyCodingIsTheFirstRow).
 constexpr const char *const kTransferCodings[WSP_TRANSFER_CODING_ROWS] = {
     "", "", "chunked", "identity", "gzip", "compress", "deflate",
 };
