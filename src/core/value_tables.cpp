@@ -86,7 +86,13 @@ static_assert(wsp_same_text(kTransferCodings[0], ""));
 static_assert(wsp_same_text(kTransferCodings[1], ""));
 static_assert(wsp_same_text(kTransferCodings[6], "deflate"));
 static_assert(wsp_all_names_set(kCacheDirectives, WSP_CACHE_DIRECTIVE_ROWS));
-static_assert(wsp_same_text(kCacheDirectives[11], "s-maxage"));
+// The directive codes the codecs name stand at their rows.
+static_assert(wsp_same_text(kCacheDirectives[WSP_CACHE_NO_CACHE], "no-cache") &&
+              wsp_same_text(kCacheDirectives[WSP_CACHE_MAX_AGE], "max-age") &&
+              wsp_same_text(kCacheDirectives[WSP_CACHE_MIN_FRESH], "min-fresh") &&
+              wsp_same_text(kCacheDirectives[WSP_CACHE_PRIVATE], "private") &&
+              wsp_same_text(kCacheDirectives[WSP_CACHE_PROXY_REVALIDATE], "proxy-revalidate") &&
+              wsp_same_text(kCacheDirectives[WSP_CACHE_S_MAXAGE], "s-maxage"));
 static_assert(wsp_same_text(kDispositions[2], "inline"));
 static_assert(wsp_row_is(kMethods[0], "GET", 0x40));
 static_assert(wsp_row_is(kMethods[6], "PUT", 0x61));
