@@ -36,14 +36,11 @@ int encode_one_warning(uint8_t code, char *element, wsp_buffer *out, uint16_t sc
     char *text = wsp_strtoken(&cursor, " ");
     if (text == nullptr || wsp_strtoken(&cursor, " ") != nullptr) return kWspErrFail;
 
-    wsp_scratch scratch(scratch_size);
-    if (!scratch.ok()) return kWspErrFail;
-    if (wsp_append_short_int(number, scratch.get()) != kWspOk ||
-        wsp_append_text_string(agent, scratch.get()) != kWspOk ||
-        wsp_append_text_string(text, scratch.get()) != kWspOk) {
-        return kWspErrFail;
-    }
-    return wsp_append_value_block(out, scratch.get()) == kWspOk ? kWspOk : kWspErrFail;
+    return wsp_append_built_value(scratch_size, out, [number, agent, text](wsp_buffer *body) {
+        bool written = wsp_append_short_int(number, body) == kWspOk && wsp_append_text_string(agent, body) == kWspOk &&
+                       wsp_append_text_string(text, body) == kWspOk;
+        return written ? kWspOk : kWspErrFail;
+    });
 }
 
 } // namespace
@@ -55,18 +52,8 @@ int wsp_encode_vary(uint8_t code, char *value, wsp_buffer *out, uint8_t version_
         if (wsp_write_code_octet(code, out) != kWspOk) return kWspErrFail;
         return wsp_tokentext_encode_buff("*", out) == kWspOk ? kWspOk : kWspErrFail;
     }
-    uint16_t written = 0;
-    char *element;
-    while ((element = wsp_enc_next_element(&cursor, ",")) != nullptr) {
-        if (wsp_write_code_octet(code, out) != kWspOk) return kWspErrFail;
-        // Upward over all 72 names: a name given twice takes its lowest code.
-        int row = wsp_find_name(wsp_header_names, WSP_HEADER_NAME_ROWS, element, false);
-        int status = row >= 0 ? wsp_append_short_int(static_cast<uint32_t>(row), out)
-                              : wsp_tokentext_encode_buff(element, out);
-        if (status != kWspOk) return kWspErrFail;
-        ++written;
-    }
-    return written != 0 ? kWspOk : kWspErrFail;
+    // Upward over all 72 names: a name given twice takes its lowest code.
+    return wsp_encode_code_or_token_list(code, cursor, wsp_header_names, WSP_HEADER_NAME_ROWS, out);
 }
 
 int wsp_encode_warning(uint8_t code, char *value, wsp_buffer *out, uint8_t version_index) {
