@@ -47,21 +47,40 @@ int wsp_append_untyped_value(const char *text, wsp_buffer *out);
 // the writer fails.
 int wsp_append_code_or_token(const wsp_table &table, uint16_t rows, const char *element, wsp_buffer *out);
 
+// What a list does after a first element that must stand alone ("none" in
+// Accept-Ranges, "*" in If-Match and If-None-Match).
+enum class wsp_after_lone_first : uint8_t {
+    refused, // a further element is refused (-214) before its code octet goes out
+    ignored, // the list ends there: nothing after it is looked at
+};
+
 // The walk of the encoders that send one header per element of a comma
 // list: for every element the code octet, then what `encode_value(element)`
-// writes after it; -214 when either fails.  A list with no element returns
-// `if_empty`.  (Lists with a rule that refuses an element before its code
-// octet is written walk on their own.)
-template <typename EncodeValue>
-int wsp_encode_each_element(uint8_t code, char *list, wsp_buffer *out, int if_empty, EncodeValue encode_value) {
+// writes after it; -214 when either fails.  A first element for which
+// `stands_alone(element)` holds is followed as `after` says.  A list with
+// no element returns `if_empty`.
+template <typename EncodeValue, typename StandsAlone>
+int wsp_encode_each_element(uint8_t code, char *list, wsp_buffer *out, int if_empty, EncodeValue encode_value,
+                            StandsAlone stands_alone, wsp_after_lone_first after) {
     bool any = false;
+    bool lone = false;
     char *element;
     while ((element = wsp_enc_next_element(&list, ",")) != nullptr) {
+        if (lone) return kWspErrFail;
+        lone = !any && stands_alone(static_cast<const char *>(element));
         if (wsp_write_code_octet(code, out) != kWspOk) return kWspErrFail;
         if (encode_value(element) != kWspOk) return kWspErrFail;
         any = true;
+        if (lone && after == wsp_after_lone_first::ignored) return kWspOk;
     }
     return any ? kWspOk : if_empty;
+}
+
+// The same walk for a list in which every element may follow any other.
+template <typename EncodeValue>
+int wsp_encode_each_element(uint8_t code, char *list, wsp_buffer *out, int if_empty, EncodeValue encode_value) {
+    return wsp_encode_each_element(
+        code, list, out, if_empty, encode_value, [](const char *) { return false; }, wsp_after_lone_first::refused);
 }
 
 // One header per element of the comma list at `list`: the code octet, then

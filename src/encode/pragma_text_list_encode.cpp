@@ -35,22 +35,13 @@ int wsp_encode_pragma(uint8_t code, char *value, wsp_buffer *out, uint8_t versio
 int wsp_encode_text_list(uint8_t code, char *value, wsp_buffer *out, uint8_t version_index) {
     char *cursor = wsp_enc_prepare(value, false);
     if (cursor == nullptr) return kWspErrFail;
-    uint16_t written = 0;
-    bool star_first = false;
-    char *element;
-    while ((element = wsp_enc_next_element(&cursor, ",")) != nullptr) {
-        // A leading "*" must stand alone on If-None-Match.
-        if (star_first) return kWspErrFail;
-        bool star = is_entity_tag_list(code) && written == 0 && std::strcmp(element, "*") == 0;
-        if (wsp_write_code_octet(code, out) != kWspOk) return kWspErrFail;
-        if (wsp_append_text_string(element, out) != kWspOk) return kWspErrFail;
-        ++written;
-        if (star) {
-            // If-Match stops right after a leading "*" and ignores whatever
-            // follows; If-None-Match goes on and refuses any further element.
-            if (code == WSP_HDR_IF_MATCH) return kWspOk;
-            star_first = true;
-        }
-    }
-    return written != 0 ? kWspOk : kWspErrFail;
+    auto encode_value = [out](char *element) { return wsp_append_text_string(element, out); };
+    auto star_first = [code](const char *element) {
+        return is_entity_tag_list(code) && std::strcmp(element, "*") == 0;
+    };
+    // If-Match stops right after a leading "*" and ignores whatever follows;
+    // If-None-Match goes on and refuses any further element.
+    const wsp_after_lone_first after =
+        code == WSP_HDR_IF_MATCH ? wsp_after_lone_first::ignored : wsp_after_lone_first::refused;
+    return wsp_encode_each_element(code, cursor, out, kWspErrFail, encode_value, star_first, after);
 }

@@ -56,21 +56,18 @@ int wsp_encode_token_list(uint8_t code, char *value, wsp_buffer *out, uint8_t ve
     // Method names are upper case in their table and are matched as written.
     char *cursor = wsp_enc_prepare(value, code != WSP_HDR_PUBLIC);
     if (cursor == nullptr) return kWspErrFail;
-    uint16_t written = 0;
-    bool none_first = false;
-    char *element;
-    while ((element = wsp_enc_next_element(&cursor, ",")) != nullptr) {
-        // "none" first closes the list; "none" after a real unit is kept as
-        // one more element.  The asymmetry is deliberate.
-        if (none_first) return kWspErrFail;
-        if (code == WSP_HDR_ACCEPT_RANGES && written == 0 && std::strcmp(element, "none") == 0) none_first = true;
-        if (wsp_write_code_octet(code, out) != kWspOk) return kWspErrFail;
-        // Language codes run past 127 (a Long-integer); the other tables'
-        // codes are all Short-integers.
-        if (wsp_append_code_or_token(*table.rows, table.count, element, out) != kWspOk) return kWspErrFail;
-        ++written;
-    }
-    return written != 0 ? kWspOk : kWspErrFail;
+    // Language codes run past 127 (a Long-integer); the other tables' codes
+    // are all Short-integers.
+    auto encode_value = [table, out](char *element) {
+        return wsp_append_code_or_token(*table.rows, table.count, element, out);
+    };
+    // "none" first closes the list; "none" after a real unit is kept as one
+    // more element.  The asymmetry is deliberate.
+    auto none_first = [code](const char *element) {
+        return code == WSP_HDR_ACCEPT_RANGES && std::strcmp(element, "none") == 0;
+    };
+    return wsp_encode_each_element(code, cursor, out, kWspErrFail, encode_value, none_first,
+                                   wsp_after_lone_first::refused);
 }
 
 int wsp_encode_allow(uint8_t code, char *value, wsp_buffer *out, uint8_t version_index) {

@@ -208,6 +208,36 @@ TEST(EncoderSupport, EachElementStopsAtTheFirstRefusalWithFail) {
     EXPECT_EQ(out.written_hex(), "AA AA");
 }
 
+TEST(EncoderSupport, EachElementRefusesAnElementAfterALoneFirstBeforeItsCodeOctet) {
+    OutBuffer out(16);
+    TextCopy list("x, y");
+    auto one = [&](char *) { return wsp_append_short_int(1, out.get()); };
+    auto is_x = [](const char *element) { return std::string(element) == "x"; };
+    EXPECT_EQ(wsp_encode_each_element(0x2A, list.get(), out.get(), WSP_OK, one, is_x, wsp_after_lone_first::refused),
+              WSP_ERR_FAIL);
+    EXPECT_EQ(out.written_hex(), "AA 81");
+}
+
+TEST(EncoderSupport, EachElementEndsTheListAfterALoneFirstWhenTheRestIsIgnored) {
+    OutBuffer out(16);
+    TextCopy list("x, y");
+    auto one = [&](char *) { return wsp_append_short_int(1, out.get()); };
+    auto is_x = [](const char *element) { return std::string(element) == "x"; };
+    EXPECT_EQ(wsp_encode_each_element(0x2A, list.get(), out.get(), WSP_OK, one, is_x, wsp_after_lone_first::ignored),
+              WSP_OK);
+    EXPECT_EQ(out.written_hex(), "AA 81");
+}
+
+TEST(EncoderSupport, EachElementTreatsOnlyTheFirstElementAsStandingAlone) {
+    OutBuffer out(16);
+    TextCopy list("y, x, x");
+    auto one = [&](char *) { return wsp_append_short_int(1, out.get()); };
+    auto is_x = [](const char *element) { return std::string(element) == "x"; };
+    EXPECT_EQ(wsp_encode_each_element(0x2A, list.get(), out.get(), WSP_OK, one, is_x, wsp_after_lone_first::refused),
+              WSP_OK);
+    EXPECT_EQ(out.written_hex(), "AA 81 AA 81 AA 81");
+}
+
 TEST(EncoderSupport, KnownOrBuiltSendsAKnownElementAsAShortIntegerAndTheRestInAValueLength) {
     OutBuffer out(16);
     TextCopy list("x, yz");
