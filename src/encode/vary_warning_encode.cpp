@@ -14,10 +14,9 @@ namespace {
 constexpr size_t kWarnCodeDigits = 2;
 constexpr uint32_t kHighestWarnCode = 127;
 
-// One Warning element: the warn code alone, or the code, the agent and the
-// text.  Words are cut at blanks; a quoted text stays one word.
-int encode_one_warning(uint8_t code, char *element, wsp_buffer *out, uint16_t scratch_size) {
-    if (wsp_write_code_octet(code, out) != kWspOk) return kWspErrFail;
+// The value of one Warning element: the warn code alone, or the code, the
+// agent and the text.  Words are cut at blanks; a quoted text stays one word.
+int encode_one_warning(char *element, wsp_buffer *out, uint16_t scratch_size) {
     char *cursor = element;
     char *warn_code = wsp_strtoken(&cursor, " ");
     if (warn_code == nullptr || std::strlen(warn_code) != kWarnCodeDigits) return kWspErrFail;
@@ -62,9 +61,7 @@ int wsp_encode_warning(uint8_t code, char *value, wsp_buffer *out, uint8_t versi
     char *cursor = wsp_enc_prepare(value, false);
     // An empty value has no element: nothing is written and the call
     // succeeds, the header simply drops out of the block.
-    char *element;
-    while ((element = wsp_enc_next_element(&cursor, ",")) != nullptr) {
-        if (encode_one_warning(code, element, out, scratch_size) != kWspOk) return kWspErrFail;
-    }
-    return kWspOk;
+    return wsp_encode_each_element(code, cursor, out, kWspOk, [out, scratch_size](char *element) {
+        return encode_one_warning(element, out, scratch_size);
+    });
 }
