@@ -27,12 +27,21 @@ struct ItemRun {
     long moved;
 };
 
+// One item of `in` with `remaining` octets left, read by `read`.
+template <typename Read = int (*)(const uint8_t **, wsp_text_builder *)>
 ItemRun one_item(uint32_t code, const Bytes &in, uint16_t remaining, OutBuffer &out, wsp_line_writer writer,
-             wsp_cursor_rule rule) {
+                 wsp_cursor_rule rule, Read read = read_octet) {
     InBytes input(in);
     const uint8_t *cursor = input.data();
-    int status = wsp_decode_one_item(code, &cursor, out.get(), remaining, writer, rule, read_octet);
+    int status = wsp_decode_one_item(code, &cursor, out.get(), remaining, writer, rule, read);
     return {status, static_cast<long>(cursor - input.data())};
+}
+
+// A refusal: the status, the cursor where it was and nothing written.
+void expect_refused(const ItemRun &r, int status, OutBuffer &out) {
+    EXPECT_EQ(r.status, status);
+    EXPECT_EQ(r.moved, 0);
+    EXPECT_EQ(out->length, 0);
 }
 
 } // namespace
@@ -48,39 +57,29 @@ TEST(DecodeOneItem, ReadItemIsWrittenAsTheCodesLineAndTheCursorMovesPastIt) {
 TEST(DecodeOneItem, NoOctetLeftGives211WithoutAReadOrALine) {
     OutBuffer out(32);
     int reads = 0;
-    InBytes input(bytes({0x07}));
-    const uint8_t *cursor = input.data();
-    int status = wsp_decode_one_item(kAge, &cursor, out.get(), 0, wsp_line_writer::plain, wsp_cursor_rule::always,
-                                     [&](const uint8_t **, wsp_text_builder *) {
-                                         ++reads;
-                                         return WSP_OK;
-                                     });
-    EXPECT_EQ(status, WSP_ERR_ARG);
+    auto count_reads = [&reads](const uint8_t **, wsp_text_builder *) {
+        ++reads;
+        return WSP_OK;
+    };
+    ItemRun r = one_item(kAge, bytes({0x07}), 0, out, wsp_line_writer::plain, wsp_cursor_rule::always, count_reads);
+    expect_refused(r, WSP_ERR_ARG, out);
     EXPECT_EQ(reads, 0);
-    EXPECT_EQ(cursor, input.data());
-    EXPECT_EQ(out->length, 0);
 }
 
 TEST(DecodeOneItem, ReadStatusIsReturnedAsItStandsAndTheCursorStays) {
     OutBuffer out(32);
-    InBytes input(bytes({0x07}));
-    const uint8_t *cursor = input.data();
-    int status = wsp_decode_one_item(kAge, &cursor, out.get(), 1, wsp_line_writer::plain, wsp_cursor_rule::always,
-                                     [](const uint8_t **p, wsp_text_builder *) {
-                                         *p += 1;
-                                         return WSP_ERR_TRUNCATED;
-                                     });
-    EXPECT_EQ(status, WSP_ERR_TRUNCATED);
-    EXPECT_EQ(cursor, input.data());
-    EXPECT_EQ(out->length, 0);
+    auto truncated = [](const uint8_t **p, wsp_text_builder *) {
+        *p += 1;
+        return WSP_ERR_TRUNCATED;
+    };
+    ItemRun r = one_item(kAge, bytes({0x07}), 1, out, wsp_line_writer::plain, wsp_cursor_rule::always, truncated);
+    expect_refused(r, WSP_ERR_TRUNCATED, out);
 }
 
 TEST(DecodeOneItem, CodeWithoutANameIsRefusedAndTheCursorStays) {
     OutBuffer out(32);
     ItemRun r = one_item(kNoName, bytes({0x07}), 1, out, wsp_line_writer::plain, wsp_cursor_rule::always);
-    EXPECT_EQ(r.status, WSP_ERR_FAIL);
-    EXPECT_EQ(r.moved, 0);
-    EXPECT_EQ(out->length, 0);
+    expect_refused(r, WSP_ERR_FAIL, out);
 }
 
 TEST(DecodeOneItem, RefusedLineMovesTheCursorOnlyUnderTheAlwaysRule) {

@@ -208,34 +208,42 @@ TEST(EncoderSupport, EachElementStopsAtTheFirstRefusalWithFail) {
     EXPECT_EQ(out.written_hex(), "AA AA");
 }
 
-TEST(EncoderSupport, EachElementRefusesAnElementAfterALoneFirstBeforeItsCodeOctet) {
+namespace {
+
+// Walks `text` under code 0x2A, every value a Short-integer 1, with "x"
+// standing alone when it comes first; returns the walk's status and the
+// octets written.
+struct Walk {
+    int status;
+    std::string hex;
+};
+Walk walk_with_lone_x(const char *text, wsp_after_lone_first after) {
     OutBuffer out(16);
-    TextCopy list("x, y");
-    auto one = [&](char *) { return wsp_append_short_int(1, out.get()); };
+    TextCopy list(text);
+    auto one = [&out](char *) { return wsp_append_short_int(1, out.get()); };
     auto is_x = [](const char *element) { return std::string(element) == "x"; };
-    EXPECT_EQ(wsp_encode_each_element(0x2A, list.get(), out.get(), WSP_OK, one, is_x, wsp_after_lone_first::refused),
-              WSP_ERR_FAIL);
-    EXPECT_EQ(out.written_hex(), "AA 81");
+    int status = wsp_encode_each_element(0x2A, list.get(), out.get(), WSP_OK, one, is_x, after);
+    return {status, out.written_hex()};
+}
+
+} // namespace
+
+TEST(EncoderSupport, EachElementRefusesAnElementAfterALoneFirstBeforeItsCodeOctet) {
+    Walk w = walk_with_lone_x("x, y", wsp_after_lone_first::refused);
+    EXPECT_EQ(w.status, WSP_ERR_FAIL);
+    EXPECT_EQ(w.hex, "AA 81");
 }
 
 TEST(EncoderSupport, EachElementEndsTheListAfterALoneFirstWhenTheRestIsIgnored) {
-    OutBuffer out(16);
-    TextCopy list("x, y");
-    auto one = [&](char *) { return wsp_append_short_int(1, out.get()); };
-    auto is_x = [](const char *element) { return std::string(element) == "x"; };
-    EXPECT_EQ(wsp_encode_each_element(0x2A, list.get(), out.get(), WSP_OK, one, is_x, wsp_after_lone_first::ignored),
-              WSP_OK);
-    EXPECT_EQ(out.written_hex(), "AA 81");
+    Walk w = walk_with_lone_x("x, y", wsp_after_lone_first::ignored);
+    EXPECT_EQ(w.status, WSP_OK);
+    EXPECT_EQ(w.hex, "AA 81");
 }
 
 TEST(EncoderSupport, EachElementTreatsOnlyTheFirstElementAsStandingAlone) {
-    OutBuffer out(16);
-    TextCopy list("y, x, x");
-    auto one = [&](char *) { return wsp_append_short_int(1, out.get()); };
-    auto is_x = [](const char *element) { return std::string(element) == "x"; };
-    EXPECT_EQ(wsp_encode_each_element(0x2A, list.get(), out.get(), WSP_OK, one, is_x, wsp_after_lone_first::refused),
-              WSP_OK);
-    EXPECT_EQ(out.written_hex(), "AA 81 AA 81 AA 81");
+    Walk w = walk_with_lone_x("y, x, x", wsp_after_lone_first::refused);
+    EXPECT_EQ(w.status, WSP_OK);
+    EXPECT_EQ(w.hex, "AA 81 AA 81 AA 81");
 }
 
 TEST(EncoderSupport, KnownOrBuiltSendsAKnownElementAsAShortIntegerAndTheRestInAValueLength) {
