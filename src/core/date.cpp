@@ -77,7 +77,8 @@ uint32_t decimal(const char *token) { return wsp_strtou32(token, nullptr, 10); }
 // carry (before 1901-12-13 20:45:52 or after 2106-02-07 06:28:15) counts as a
 // failure too: the parser relies on a calendar date of zero (a text with
 // only a day name) and on a two-digit RFC 850 year failing here rather than
-// wrapping into some unrelated date.
+// wrapping into some unrelated date (ParseHttpDate.MissingPartsStayZero,
+// ParseHttpDate.Rfc850ExampleTwoDigitYearAsWritten, DateFromFields.ZeroDateAndTwoDigitYearFail).
 int wsp_date_from_fields(const wsp_date_fields *fields, wsp_time_value *out) {
     if (fields == nullptr || out == nullptr) return 0;
     struct tm t;

@@ -70,7 +70,7 @@ uint8_t wsp_bit_count(uint32_t v) {
 
 // A buffer is never filled to its last byte by a Short-integer: when the
 // octet just written makes the buffer exactly full, the octet stays written
-// and counted but -214 is returned.  Callers depend on this
+// and counted but -214 is returned.  Callers rely on this
 // (AppendShortInt.LastOctetWrittenCountedButRefused).
 int wsp_append_short_int(uint32_t v, wsp_buffer *buf) {
     if (buf == nullptr || buf->data == nullptr) return kWspErrFail;

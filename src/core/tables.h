@@ -173,6 +173,23 @@ extern const wsp_table wsp_transfer_codings;
 extern const wsp_table wsp_expect_values;
 extern const wsp_table wsp_auth_schemes;
 extern const wsp_table wsp_cache_directives;
+// The Cache-Control directive codes (rows of wsp_cache_directives), for the
+// codecs that treat some of them apart.
+enum wsp_cache_directive : uint8_t {
+    WSP_CACHE_NO_CACHE,         // 0
+    WSP_CACHE_NO_STORE,         // 1
+    WSP_CACHE_MAX_AGE,          // 2
+    WSP_CACHE_MAX_STALE,        // 3
+    WSP_CACHE_MIN_FRESH,        // 4
+    WSP_CACHE_ONLY_IF_CACHED,   // 5
+    WSP_CACHE_PUBLIC,           // 6
+    WSP_CACHE_PRIVATE,          // 7
+    WSP_CACHE_NO_TRANSFORM,     // 8
+    WSP_CACHE_MUST_REVALIDATE,  // 9
+    WSP_CACHE_PROXY_REVALIDATE, // 10
+    WSP_CACHE_S_MAXAGE,         // 11, known to the newest Cache-Control code only
+};
+static_assert(WSP_CACHE_S_MAXAGE + 1 == WSP_CACHE_DIRECTIVE_ROWS, "one code per directive row");
 extern const wsp_table wsp_dispositions;
 
 // Code tables.

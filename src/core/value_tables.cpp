@@ -29,7 +29,8 @@ constexpr wsp_row_text kStatusCodes[WSP_STATUS_CODE_ROWS] = {
 };
 
 // Index = code.  The two leading empty names are real rows: an empty token
-// matches index 0, and callers rely on that.
+// matches index 0, and callers rely on that (TableRules.TransferCodingEmptyTokenIsIndexZero,
+// EncodeTe.EmptyCodingIsTheFirstRow).
 constexpr const char *const kTransferCodings[WSP_TRANSFER_CODING_ROWS] = {
     "", "", "chunked", "identity", "gzip", "compress", "deflate",
 };
@@ -85,7 +86,13 @@ static_assert(wsp_same_text(kTransferCodings[0], ""));
 static_assert(wsp_same_text(kTransferCodings[1], ""));
 static_assert(wsp_same_text(kTransferCodings[6], "deflate"));
 static_assert(wsp_all_names_set(kCacheDirectives, WSP_CACHE_DIRECTIVE_ROWS));
-static_assert(wsp_same_text(kCacheDirectives[11], "s-maxage"));
+// The directive codes the codecs name stand at their rows.
+static_assert(wsp_same_text(kCacheDirectives[WSP_CACHE_NO_CACHE], "no-cache") &&
+              wsp_same_text(kCacheDirectives[WSP_CACHE_MAX_AGE], "max-age") &&
+              wsp_same_text(kCacheDirectives[WSP_CACHE_MIN_FRESH], "min-fresh") &&
+              wsp_same_text(kCacheDirectives[WSP_CACHE_PRIVATE], "private") &&
+              wsp_same_text(kCacheDirectives[WSP_CACHE_PROXY_REVALIDATE], "proxy-revalidate") &&
+              wsp_same_text(kCacheDirectives[WSP_CACHE_S_MAXAGE], "s-maxage"));
 static_assert(wsp_same_text(kDispositions[2], "inline"));
 static_assert(wsp_row_is(kMethods[0], "GET", 0x40));
 static_assert(wsp_row_is(kMethods[6], "PUT", 0x61));

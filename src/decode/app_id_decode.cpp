@@ -52,31 +52,26 @@ int read_app_value(const uint8_t **p, uint8_t cls, uint16_t remaining, wsp_text_
 } // namespace
 
 int wsp_dec_app_id(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint16_t remaining) {
-    if (remaining == 0) return kWspErrArg;
-    const uint8_t *p = *cursor;
-    const uint8_t cls = wsp_class_of(*p);
-    wsp_text_builder value;
-    int status = read_app_value(&p, cls, remaining, &value);
-    if (status != kWspOk) return status;
-    // A comma after the value (a list of ids) or an id already in the
-    // output refuses the header: only one application-id line is written.
-    // The octet after the value counts only while it lies inside the block.
-    const bool comma_follows = wsp_octets_left(*cursor, remaining, p) > 0 && *p == kComma;
-    if (comma_follows || wsp_output_mentions(out, wsp_decoded_header_name(code))) return kWspErrFail;
-    return wsp_write_value_line(code, value.text, out, wsp_line_writer::plain, cursor, p, wsp_cursor_rule::on_ok);
+    auto read = [code, cursor, out, remaining](const uint8_t **p, wsp_text_builder *value) {
+        int status = read_app_value(p, wsp_class_of(**p), remaining, value);
+        if (status != kWspOk) return status;
+        // A comma after the value (a list of ids) or an id already in the
+        // output refuses the header: only one application-id line is
+        // written.  The octet after the value counts only while it lies
+        // inside the block.
+        const bool comma_follows = wsp_octets_left(*cursor, remaining, *p) > 0 && **p == kComma;
+        if (comma_follows || wsp_output_mentions(out, wsp_decoded_header_name(code))) return kWspErrFail;
+        return kWspOk;
+    };
+    return wsp_decode_one_item(code, cursor, out, remaining, wsp_line_writer::plain, wsp_cursor_rule::on_ok, read);
 }
 
 int wsp_dec_accept_app(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint16_t remaining) {
-    if (remaining == 0) return kWspErrArg;
-    const uint8_t *p = *cursor;
-    const uint8_t cls = wsp_class_of(*p);
-    wsp_text_builder value;
-    if (*p == kAnyApplication) {
-        ++p;
-        value.append("*");
-    } else {
-        int status = read_app_value(&p, cls, remaining, &value);
-        if (status != kWspOk) return status;
-    }
-    return wsp_write_value_line(code, value.text, out, wsp_line_writer::merging, cursor, p, wsp_cursor_rule::on_ok);
+    auto read = [remaining](const uint8_t **p, wsp_text_builder *value) {
+        if (**p != kAnyApplication) return read_app_value(p, wsp_class_of(**p), remaining, value);
+        ++*p;
+        value->append("*");
+        return kWspOk;
+    };
+    return wsp_decode_one_item(code, cursor, out, remaining, wsp_line_writer::merging, wsp_cursor_rule::on_ok, read);
 }

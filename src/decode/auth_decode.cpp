@@ -48,12 +48,18 @@ int read_scheme(wsp_value_reader *v, wsp_text_builder *b, bool *basic) {
 }
 
 // Credentials and challenges open alike: the structured opening, then the
-// scheme.  False with *status set as the decoder returns it.
-bool open_with_scheme(uint32_t code, const uint8_t **cursor, uint16_t remaining, wsp_value_reader *v,
-                      wsp_text_builder *b, bool *basic, int *status) {
-    if (!wsp_open_structured(code, cursor, remaining, v, status)) return false;
-    *status = kWspErrFail;
-    return read_scheme(v, b, basic) == kWspOk;
+// scheme; a failure returns what the decoder returns (see
+// wsp_open_structured; -214 for a scheme that does not read).  The fields
+// after the scheme are `decode_rest(&v, &b, basic)`'s to read and write.
+template <typename DecodeRest>
+int decode_with_scheme(uint32_t code, const uint8_t **cursor, uint16_t remaining, DecodeRest decode_rest) {
+    wsp_value_reader v;
+    wsp_text_builder b;
+    bool basic = false;
+    int status = kWspOk;
+    if (!wsp_open_structured(code, cursor, remaining, &v, &status)) return status;
+    if (read_scheme(&v, &b, &basic) != kWspOk) return kWspErrFail;
+    return decode_rest(&v, &b, basic);
 }
 
 // The basic form of credentials: "basic <user> : <password>" after the
@@ -98,32 +104,27 @@ wsp_line_writer challenge_writer(uint32_t code) {
 } // namespace
 
 int wsp_dec_credentials(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint16_t remaining) {
-    wsp_value_reader v;
-    wsp_text_builder b;
-    bool basic = false;
-    int status = kWspOk;
-    if (!open_with_scheme(code, cursor, remaining, &v, &b, &basic, &status)) return status;
-    // After a scheme token come (when the length goes on) its parameters,
-    // joined by ",".
-    bool read = basic ? basic_credentials(&v, &b, remaining) == kWspOk
-                      : wsp_append_param_run(&v, &b, " ", wsp_decode_param_list);
-    if (!read) return kWspErrFail;
-    return wsp_close_structured(code, b, v, out, wsp_line_writer::plain, cursor, wsp_cursor_rule::on_ok);
+    return decode_with_scheme(code, cursor, remaining, [=](wsp_value_reader *v, wsp_text_builder *b, bool basic) {
+        // After a scheme token come (when the length goes on) its
+        // parameters, joined by ",".
+        bool read = basic ? basic_credentials(v, b, remaining) == kWspOk
+                          : wsp_append_param_run(v, b, " ", wsp_decode_param_list);
+        if (!read) return kWspErrFail;
+        return wsp_close_structured(code, *b, *v, out, wsp_line_writer::plain, cursor, wsp_cursor_rule::on_ok);
+    });
 }
 
 int wsp_dec_challenge(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint16_t remaining) {
     // "<scheme> realm = \"<realm>\"", then for a scheme token
     // ",<param>,<param>..." when the length goes on.
-    wsp_value_reader v;
-    wsp_text_builder b;
-    bool basic = false;
-    int status = kWspOk;
-    if (!open_with_scheme(code, cursor, remaining, &v, &b, &basic, &status)) return status;
-    if (!b.append(" ") || append_realm(&v, &b) != kWspOk) return kWspErrFail;
-    // The basic form moves the cursor only when the line is written.
-    if (basic) return wsp_close_structured(code, b, v, out, challenge_writer(code), cursor, wsp_cursor_rule::on_ok);
-    // A scheme token's cursor is moved before the line is written, so it
-    // stays moved whatever the writer says.
-    if (!wsp_append_param_run(&v, &b, ",", wsp_decode_param_list)) return kWspErrFail;
-    return wsp_close_structured(code, b, v, out, challenge_writer(code), cursor, wsp_cursor_rule::always);
+    return decode_with_scheme(code, cursor, remaining, [=](wsp_value_reader *v, wsp_text_builder *b, bool basic) {
+        if (!b->append(" ") || append_realm(v, b) != kWspOk) return kWspErrFail;
+        // The basic form moves the cursor only when the line is written.
+        if (basic)
+            return wsp_close_structured(code, *b, *v, out, challenge_writer(code), cursor, wsp_cursor_rule::on_ok);
+        // A scheme token's cursor is moved before the line is written, so
+        // it stays moved whatever the writer says.
+        if (!wsp_append_param_run(v, b, ",", wsp_decode_param_list)) return kWspErrFail;
+        return wsp_close_structured(code, *b, *v, out, challenge_writer(code), cursor, wsp_cursor_rule::always);
+    });
 }

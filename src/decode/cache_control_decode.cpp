@@ -13,13 +13,6 @@
 
 namespace {
 
-constexpr uint8_t kNoCache = 0;
-constexpr uint8_t kMaxAge = 2;
-constexpr uint8_t kMinFresh = 4;
-constexpr uint8_t kPrivate = 7;
-constexpr uint8_t kSMaxAge = 11;
-constexpr uint8_t kLastDirective = 11;
-
 // A bare directive, written at once.  The cursor moves whatever the writer
 // says; its status is passed on (a full output stops the block).
 int decode_bare(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint16_t remaining) {
@@ -30,9 +23,9 @@ int decode_bare(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint16_t
         // A bare s-maxage is refused unless the header is 0x3E; 0x3E is
         // content-range and never comes here, so in practice a bare code 11
         // is always refused.  The test is kept as it stands.
-        if (d == kSMaxAge && code != 0x3E) return kWspErrArg;
-        if (d == kMaxAge || d == kMinFresh) return kWspErrArg; // these need a value
-        if (d > kLastDirective) return kWspErrFail;
+        if (d == WSP_CACHE_S_MAXAGE && code != WSP_HDR_CONTENT_RANGE_1_3) return kWspErrArg;
+        if (d == WSP_CACHE_MAX_AGE || d == WSP_CACHE_MIN_FRESH) return kWspErrArg; // these need a value
+        if (d >= WSP_CACHE_DIRECTIVE_ROWS) return kWspErrFail;
         b.append(wsp_cache_directives.name(d));
         p += 1;
     } else {
@@ -96,7 +89,7 @@ int wsp_dec_cache_control(uint32_t code, const uint8_t **cursor, wsp_buffer *out
     switch (v.peek_class()) {
     case WSP_CLASS_SHORT_INT:
         d = static_cast<uint8_t>(*v.p & 0x7F);
-        if (d > kLastDirective) return kWspErrFail;
+        if (d >= WSP_CACHE_DIRECTIVE_ROWS) return kWspErrFail;
         b.append(wsp_cache_directives.name(d));
         well_known = true;
         v.p += 1;
@@ -114,7 +107,7 @@ int wsp_dec_cache_control(uint32_t code, const uint8_t **cursor, wsp_buffer *out
         return kWspErrFail;
     }
 
-    if (well_known && (d == kNoCache || d == kPrivate)) {
+    if (well_known && (d == WSP_CACHE_NO_CACHE || d == WSP_CACHE_PRIVATE)) {
         // The rest of the length is a list of field names appended to the
         // directive ("no-cache= \"a,b\"").
         uint16_t run = 0;

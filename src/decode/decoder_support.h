@@ -10,6 +10,7 @@
 #include "decode.h"
 #include "tables.h"
 #include "tarnwspencdec.h"
+#include "text_builder.h"
 
 // The line name of a well-known header code; nullptr past the name table
 // (a decoder handed such a code refuses it with -214).
@@ -65,6 +66,22 @@ enum class wsp_cursor_rule : uint8_t {
 // a name gives -214 with nothing written and the cursor left.
 int wsp_write_value_line(uint32_t code, const char *text, wsp_buffer *out, wsp_line_writer writer,
                          const uint8_t **cursor, const uint8_t *next, wsp_cursor_rule rule);
+
+// The frame of the decoders whose value is one item with no Value-length
+// around it: -211 when no octet remains; otherwise `read(&p, &value)` reads
+// the item from p (a copy of *cursor) into a 200-octet text, and a status
+// other than WSP_OK is returned as it stands, with *cursor left alone.  The
+// text then goes out as the code's line (see wsp_write_value_line).
+template <typename ReadItem>
+inline int wsp_decode_one_item(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint16_t remaining,
+                               wsp_line_writer writer, wsp_cursor_rule rule, ReadItem read) {
+    if (remaining == 0) return kWspErrArg;
+    const uint8_t *p = *cursor;
+    wsp_text_builder value;
+    int status = read(&p, &value);
+    if (status != kWspOk) return status;
+    return wsp_write_value_line(code, value.text, out, writer, cursor, p, rule);
+}
 
 // A run of parameters whose described length may reach past the hard end:
 // the run handed to the parameter decoder is cut to the octets left, and a

@@ -18,7 +18,8 @@
 // contract: every failure does, except a null holder and a -216 from a line
 // writer for an application or code-page header (the caller may grow the
 // output and decode the same block again).  A well-known decoder's -216
-// does release.  Callers rely on both.
+// does release.  Callers rely on both (DecHdr.ApplicationWriterTruncationKeepsBlock,
+// DecHdr.CodePageWriterTruncationKeepsBlock, DecHdr.MergingDecoderOnFullOutputReleasesBlock).
 #include <cstdint>
 #include <cstring>
 

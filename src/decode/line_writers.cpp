@@ -342,7 +342,8 @@ int wsp_add_header_line(wsp_buffer *out, const char *name, const char *value) {
 
             // From here on a failure leaves the line as the split made it:
             // its ':' and '\n' stay NUL and length is not touched.  Callers
-            // rely on that state.
+            // rely on that state (AddHeaderLine.MergeRoomTestBoundary,
+            // AddHeaderLine.AcceptRangesNoneIsNeverCombined).
             if (static_cast<uint16_t>(out->length + value_len + 1) >= size) return kWspErrTruncated;
             if (std::strcmp(name, "accept-ranges") == 0 &&
                 (std::strcmp(value, "none") == 0 || span_is(text + name_pos, line.stop - name_pos, "none"))) {

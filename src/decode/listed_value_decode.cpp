@@ -45,6 +45,17 @@ int read_token_value(const uint8_t **p, wsp_text_builder *value, uint16_t remain
     return status;
 }
 
+// A code given as a Short-integer (class 5) or, for class 0, as a small
+// Long-integer (wsp_read_small_long_code, whose status a failed read
+// returns).  A Short-integer that does not read gives -214.
+int read_small_code(const uint8_t **p, uint8_t cls, uint16_t remaining, uint32_t *code) {
+    if (cls != WSP_CLASS_SHORT_INT) return wsp_read_small_long_code(p, remaining, code);
+    uint8_t short_code = 0;
+    if (wsp_shortint_direct_decode(p, &short_code) != kWspOk) return kWspErrFail;
+    *code = short_code;
+    return kWspOk;
+}
+
 // Trailer names that may not appear as trailers.
 bool is_refused_trailer(const char *name) {
     return std::strcmp(name, "transfer-encoding") == 0 || std::strcmp(name, "content-length") == 0 ||
@@ -54,107 +65,81 @@ bool is_refused_trailer(const char *name) {
 } // namespace
 
 int wsp_dec_listed_value(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint16_t remaining) {
-    if (remaining == 0) return kWspErrArg;
-    listed_table table{};
-    if (!listed_table_for(code, &table)) return kWspErrFail;
-
-    const uint8_t *p = *cursor;
-    const uint8_t cls = wsp_class_of(*p);
-    wsp_text_builder value;
-    if (cls == WSP_CLASS_TEXT) {
-        int status = read_token_value(&p, &value, remaining);
-        if (status != kWspOk) return status;
-    } else if (cls == WSP_CLASS_SHORT_INT || cls == WSP_CLASS_SHORT_LENGTH) {
-        uint32_t listed_code = 0;
-        if (cls == WSP_CLASS_SHORT_INT) {
-            uint8_t short_code = 0;
-            if (wsp_shortint_direct_decode(&p, &short_code) != kWspOk) return kWspErrFail;
-            listed_code = short_code;
+    auto read = [code, remaining](const uint8_t **p, wsp_text_builder *value) {
+        listed_table table{};
+        if (!listed_table_for(code, &table)) return kWspErrFail;
+        const uint8_t cls = wsp_class_of(**p);
+        if (cls == WSP_CLASS_TEXT) {
+            int status = read_token_value(p, value, remaining);
+            if (status != kWspOk) return status;
+        } else if (cls == WSP_CLASS_SHORT_INT || cls == WSP_CLASS_SHORT_LENGTH) {
+            // Only Content-Language codes come as Long-integers.
+            if (cls == WSP_CLASS_SHORT_LENGTH && code != WSP_HDR_CONTENT_LANGUAGE) return kWspErrFail;
+            uint32_t listed_code = 0;
+            if (read_small_code(p, cls, remaining, &listed_code) != kWspOk) return kWspErrFail;
+            const char *name = wsp_code_name(*table.rows, table.count, listed_code);
+            if (name == nullptr) {
+                if (code != WSP_HDR_CONTENT_LANGUAGE) return kWspErrFail;
+                name = "unknown-language";
+            }
+            if (!value->append(name, WSP_TEXT_LIMIT)) return kWspErrFail;
         } else {
-            if (code != WSP_HDR_CONTENT_LANGUAGE) return kWspErrFail;
-            if (wsp_read_small_long_code(&p, remaining, &listed_code) != kWspOk) return kWspErrFail;
+            return kWspErrArg;
         }
-        const char *name = wsp_code_name(*table.rows, table.count, listed_code);
-        if (name == nullptr) {
-            if (code != WSP_HDR_CONTENT_LANGUAGE) return kWspErrFail;
-            name = "unknown-language";
-        }
-        if (!value.append(name, WSP_TEXT_LIMIT)) return kWspErrFail;
-    } else {
-        return kWspErrArg;
-    }
-    if (value.len > WSP_TEXT_LIMIT) return kWspErrFail;
-    return wsp_write_value_line(code, value.text, out, wsp_line_writer::merging, cursor, p, wsp_cursor_rule::on_ok);
+        return value->len > WSP_TEXT_LIMIT ? kWspErrFail : kWspOk;
+    };
+    return wsp_decode_one_item(code, cursor, out, remaining, wsp_line_writer::merging, wsp_cursor_rule::on_ok, read);
 }
 
 int wsp_dec_allow(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint16_t remaining) {
-    if (remaining == 0) return kWspErrArg;
-    const uint8_t *p = *cursor;
-    uint8_t method = 0;
-    if (wsp_class_of(*p) != WSP_CLASS_SHORT_INT || wsp_shortint_direct_decode(&p, &method) != kWspOk)
-        return kWspErrFail;
-
-    wsp_text_builder value;
-    const char *name = wsp_code_name(wsp_methods, WSP_METHOD_ROWS, method);
-    if (name != nullptr) {
-        if (!value.append(name, WSP_TEXT_LIMIT)) return kWspErrFail;
-    } else if (method >= 0x40 && method <= 0x7F) {
+    auto read = [](const uint8_t **p, wsp_text_builder *value) {
+        uint8_t method = 0;
+        if (wsp_class_of(**p) != WSP_CLASS_SHORT_INT || wsp_shortint_direct_decode(p, &method) != kWspOk)
+            return kWspErrFail;
+        const char *name = wsp_code_name(wsp_methods, WSP_METHOD_ROWS, method);
+        if (name != nullptr) return value->append(name, WSP_TEXT_LIMIT) ? kWspOk : kWspErrFail;
         // A method code without a name is written as its number.
-        if (!value.append_uint(method, WSP_TEXT_LIMIT)) return kWspErrFail;
-    } else {
+        if (method >= 0x40 && method <= 0x7F) return value->append_uint(method, WSP_TEXT_LIMIT) ? kWspOk : kWspErrFail;
         return kWspErrFail;
-    }
-    return wsp_write_value_line(code, value.text, out, wsp_line_writer::merging, cursor, p, wsp_cursor_rule::on_ok);
+    };
+    return wsp_decode_one_item(code, cursor, out, remaining, wsp_line_writer::merging, wsp_cursor_rule::on_ok, read);
 }
 
 int wsp_dec_vary(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint16_t remaining) {
-    if (remaining == 0) return kWspErrArg;
-    const uint8_t *p = *cursor;
-    const uint8_t cls = wsp_class_of(*p);
-    wsp_text_builder value;
-    if (cls == WSP_CLASS_SHORT_INT) {
+    auto read = [remaining](const uint8_t **p, wsp_text_builder *value) {
+        const uint8_t cls = wsp_class_of(**p);
+        if (cls == WSP_CLASS_TEXT) return read_token_value(p, value, remaining);
+        if (cls != WSP_CLASS_SHORT_INT) return kWspErrArg;
         uint8_t field = 0;
-        if (wsp_shortint_direct_decode(&p, &field) != kWspOk) return kWspErrFail;
+        if (wsp_shortint_direct_decode(p, &field) != kWspOk) return kWspErrFail;
         if (field > kLastHeaderCode) return kWspErrFail;
-        if (!value.append(wsp_header_names.name(field), WSP_TEXT_LIMIT)) return kWspErrFail;
-    } else if (cls == WSP_CLASS_TEXT) {
-        int status = read_token_value(&p, &value, remaining);
-        if (status != kWspOk) return status;
-    } else {
-        return kWspErrArg;
-    }
+        return value->append(wsp_header_names.name(field), WSP_TEXT_LIMIT) ? kWspOk : kWspErrFail;
+    };
     // Vary moves on whatever the merging writer answers.
-    return wsp_write_value_line(code, value.text, out, wsp_line_writer::merging, cursor, p, wsp_cursor_rule::always);
+    return wsp_decode_one_item(code, cursor, out, remaining, wsp_line_writer::merging, wsp_cursor_rule::always, read);
 }
 
 int wsp_dec_trailer(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint16_t remaining) {
-    if (remaining == 0) return kWspErrArg;
-    const uint8_t *p = *cursor;
-    const uint8_t cls = wsp_class_of(*p);
-    wsp_text_builder value;
-    if (cls == WSP_CLASS_SHORT_INT || cls == WSP_CLASS_SHORT_LENGTH) {
-        uint32_t field = 0;
-        if (cls == WSP_CLASS_SHORT_INT) {
-            uint8_t short_code = 0;
-            if (wsp_shortint_direct_decode(&p, &short_code) != kWspOk) return kWspErrFail;
-            field = short_code;
-        } else {
-            int status = wsp_read_small_long_code(&p, remaining, &field);
+    auto read = [remaining](const uint8_t **p, wsp_text_builder *value) {
+        const uint8_t cls = wsp_class_of(**p);
+        if (cls == WSP_CLASS_SHORT_INT || cls == WSP_CLASS_SHORT_LENGTH) {
+            uint32_t field = 0;
+            int status = read_small_code(p, cls, remaining, &field);
             if (status != kWspOk) return status;
+            if (field > kTrailerCodeLimit) return kWspErrFail;
+            // Code 72 passes the test above but has no name: refused as well.
+            if (field >= WSP_HEADER_NAME_ROWS) return kWspErrFail;
+            const char *name = wsp_header_names.name(static_cast<uint16_t>(field));
+            // Only coded names are checked; the same names as text pass.
+            if (is_refused_trailer(name)) return kWspErrFail;
+            if (!value->append(name, WSP_TEXT_LIMIT)) return kWspErrFail;
+        } else if (cls == WSP_CLASS_TEXT) {
+            int status = read_token_value(p, value, remaining);
+            if (status != kWspOk) return status;
+        } else {
+            return kWspErrArg;
         }
-        if (field > kTrailerCodeLimit) return kWspErrFail;
-        // Code 72 passes the test above but has no name: refused as well.
-        if (field >= WSP_HEADER_NAME_ROWS) return kWspErrFail;
-        const char *name = wsp_header_names.name(static_cast<uint16_t>(field));
-        // Only coded names are checked; the same names as text pass.
-        if (is_refused_trailer(name)) return kWspErrFail;
-        if (!value.append(name, WSP_TEXT_LIMIT)) return kWspErrFail;
-    } else if (cls == WSP_CLASS_TEXT) {
-        int status = read_token_value(&p, &value, remaining);
-        if (status != kWspOk) return status;
-    } else {
-        return kWspErrArg;
-    }
-    if (value.len > WSP_TEXT_LIMIT) return kWspErrFail;
-    return wsp_write_value_line(code, value.text, out, wsp_line_writer::merging, cursor, p, wsp_cursor_rule::on_ok);
+        return value->len > WSP_TEXT_LIMIT ? kWspErrFail : kWspOk;
+    };
+    return wsp_decode_one_item(code, cursor, out, remaining, wsp_line_writer::merging, wsp_cursor_rule::on_ok, read);
 }

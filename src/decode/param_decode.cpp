@@ -64,6 +64,43 @@ int decode_untyped_value(const uint8_t **cursor, char *value, uint16_t left) {
     return kWspOk;
 }
 
+// The items of a run joined by ",": while octets of the run remain,
+// `read_item(p, left)` reads one from *p into the text, a "," going in
+// before every item but the first without a room test of its own (the item
+// before it left the text within its limit).  The first status other than
+// WSP_OK is returned as it stands; *p has moved past what was read.
+template <typename ReadItem> int read_comma_joined(const uint8_t **p, uint16_t run, char *out, ReadItem read_item) {
+    const uint8_t *const start = *p;
+    for (bool first = true; wsp_octets_used(start, *p) < run; first = false) {
+        if (!first) std::strcat(out, ",");
+        int status = read_item(p, wsp_octets_left(start, run, *p));
+        if (status != kWspOk) return status;
+    }
+    return kWspOk;
+}
+
+// One name of a Cache-Control field-name list, as Token-text or as a header
+// code, appended while the text stays within 197 characters (-211 past it).
+int append_field_name(const uint8_t **p, uint16_t left, char *out) {
+    char token[WSP_TEXT_AREA] = {};
+    const char *name = nullptr;
+    uint8_t cls = wsp_class_of(**p);
+    if (cls == WSP_CLASS_TEXT) {
+        if (wsp_read_token_text(p, token, left, WSP_TEXT_CAPACITY) != kWspOk) return kWspErrFail;
+        name = token;
+    } else if (cls == WSP_CLASS_SHORT_INT) {
+        uint8_t code = **p & 0x7F;
+        if (code >= WSP_HEADER_NAME_ROWS) return kWspErrFail;
+        name = wsp_header_names.name(code);
+        *p += 1;
+    } else {
+        return kWspErrArg;
+    }
+    if (std::strlen(out) + std::strlen(name) > WSP_TEXT_LIMIT) return kWspErrArg;
+    std::strcat(out, name);
+    return kWspOk;
+}
+
 } // namespace
 
 int wsp_decode_param(const uint8_t **cursor, uint16_t remaining, char *out, uint16_t capacity) {
@@ -144,16 +181,12 @@ int wsp_decode_params(const uint8_t **cursor, uint16_t run, char *out, uint16_t 
 
 int wsp_decode_param_list(const uint8_t **cursor, uint16_t run, char *out, uint16_t capacity) {
     if (cursor == nullptr || *cursor == nullptr || out == nullptr) return kWspErrFail;
-    const uint8_t *const start = *cursor;
-    const uint8_t *p = start;
-    bool first = true;
-    while (wsp_octets_used(start, p) < run) {
-        // Only after a parameter that fitted: the text is below capacity.
-        if (!first) std::strcat(out, ",");
-        first = false;
-        int status = wsp_decode_param(&p, wsp_octets_left(start, run, p), out, capacity);
-        if (status != kWspOk) return status;
-    }
+    const uint8_t *p = *cursor;
+    // A "," follows only a parameter that fitted: the text is below capacity.
+    int status = read_comma_joined(&p, run, out, [out, capacity](const uint8_t **q, uint16_t left) {
+        return wsp_decode_param(q, left, out, capacity);
+    });
+    if (status != kWspOk) return status;
     if (std::strlen(out) > WSP_TEXT_LIMIT) return kWspErrFail;
     *cursor = p;
     return kWspOk;
@@ -212,30 +245,10 @@ int wsp_decode_field_name_list(const uint8_t **cursor, char *out, uint16_t run) 
     if (run == 0) return kWspErrArg;
     if (std::strlen(out) + 3 > WSP_TEXT_LIMIT) return kWspErrArg;
     std::strcat(out, "= \"");
-    const uint8_t *const start = *cursor;
-    const uint8_t *p = start;
-    bool first = true;
-    while (wsp_octets_used(start, p) < run) {
-        if (!first) std::strcat(out, ",");
-        first = false;
-        char token[WSP_TEXT_AREA] = {};
-        const char *name = nullptr;
-        uint8_t cls = wsp_class_of(p[0]);
-        if (cls == WSP_CLASS_TEXT) {
-            if (wsp_read_token_text(&p, token, wsp_octets_left(start, run, p), WSP_TEXT_CAPACITY) != kWspOk)
-                return kWspErrFail;
-            name = token;
-        } else if (cls == WSP_CLASS_SHORT_INT) {
-            uint8_t code = p[0] & 0x7F;
-            if (code >= WSP_HEADER_NAME_ROWS) return kWspErrFail;
-            name = wsp_header_names.name(code);
-            p += 1;
-        } else {
-            return kWspErrArg;
-        }
-        if (std::strlen(out) + std::strlen(name) > WSP_TEXT_LIMIT) return kWspErrArg;
-        std::strcat(out, name);
-    }
+    const uint8_t *p = *cursor;
+    int status = read_comma_joined(&p, run, out,
+                                   [out](const uint8_t **q, uint16_t left) { return append_field_name(q, left, out); });
+    if (status != kWspOk) return status;
     std::strcat(out, "\"");
     *cursor = p;
     return kWspOk;

@@ -44,71 +44,75 @@ const char *profile_warning_text(uint8_t octet) {
     return row < 0 ? nullptr : wsp_status_codes.name(static_cast<uint16_t>(row));
 }
 
+// Both headers: a bare code (a Short-integer) written at once, with the
+// cursor moving as `bare_rule` says, or the Value-length form: the code as
+// a Short-integer, then the fields `read_fields(&v, &b)` reads (its status
+// other than WSP_OK is returned as it stands), the cursor then moving
+// whatever the writer says.  `append_code(octet, &b)` writes the code's
+// text; false refuses it (-214).
+template <typename AppendCode, typename ReadFields>
+int decode_warning_value(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint16_t remaining,
+                         wsp_line_writer writer, wsp_cursor_rule bare_rule, AppendCode append_code,
+                         ReadFields read_fields) {
+    if (wsp_decoded_header_name(code) == nullptr || remaining == 0) return kWspErrFail;
+
+    wsp_text_builder b;
+    if (wsp_class_of(**cursor) == WSP_CLASS_SHORT_INT) {
+        if (!append_code(**cursor, &b)) return kWspErrFail;
+        return wsp_write_value_line(code, b.text, out, writer, cursor, *cursor + 1, bare_rule);
+    }
+
+    wsp_value_reader v;
+    int status = kWspOk;
+    if (!open_warning_value(code, cursor, remaining, &v, &status)) return status;
+    if (v.peek_class() != WSP_CLASS_SHORT_INT || !append_code(*v.p, &b)) return kWspErrFail;
+    v.p += 1;
+    status = read_fields(&v, &b);
+    if (status != kWspOk) return status;
+    return wsp_close_structured(code, b, v, out, writer, cursor, wsp_cursor_rule::always);
+}
+
 } // namespace
 
 int wsp_dec_warning(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint16_t remaining) {
-    if (wsp_decoded_header_name(code) == nullptr || remaining == 0) return kWspErrFail;
-
-    wsp_text_builder b;
-    if (wsp_class_of(**cursor) == WSP_CLASS_SHORT_INT) {
-        // The warning code alone, as it stands: 0x8A is "10", no 100 added.
-        b.append_uint(static_cast<uint32_t>(**cursor & 0x7F));
-        return wsp_write_value_line(code, b.text, out, wsp_line_writer::merging, cursor, *cursor + 1,
-                                    wsp_cursor_rule::always);
-    }
-
-    wsp_value_reader v;
-    int status = kWspOk;
-    if (!open_warning_value(code, cursor, remaining, &v, &status)) return status;
-
-    // "<code> <agent> <text>".
-    if (v.peek_class() != WSP_CLASS_SHORT_INT) return kWspErrFail;
-    b.append_uint(static_cast<uint32_t>(*v.p & 0x7F));
-    v.p += 1;
-    if (append_text_field(&v, &b) != kWspOk) return kWspErrFail;
-    if (append_text_field(&v, &b) != kWspOk) return kWspErrFail;
-    if (v.used() != v.length) return kWspErrFail;
-
-    // Merging writer; the cursor moves whatever it says.
-    return wsp_close_structured(code, b, v, out, wsp_line_writer::merging, cursor, wsp_cursor_rule::always);
+    // The warning code as it stands: 0x8A is "10", no 100 added.
+    auto append_code = [](uint8_t octet, wsp_text_builder *b) {
+        b->append_uint(static_cast<uint32_t>(octet & 0x7F));
+        return true;
+    };
+    // "<code> <agent> <text>", using the length exactly.
+    auto read_fields = [](wsp_value_reader *v, wsp_text_builder *b) {
+        if (append_text_field(v, b) != kWspOk || append_text_field(v, b) != kWspOk) return kWspErrFail;
+        return v->used() == v->length ? kWspOk : kWspErrFail;
+    };
+    // Merging writer; a bare code moves the cursor whatever it says.
+    return decode_warning_value(code, cursor, out, remaining, wsp_line_writer::merging, wsp_cursor_rule::always,
+                                append_code, read_fields);
 }
 
 int wsp_dec_profile_warning(uint32_t code, const uint8_t **cursor, wsp_buffer *out, uint16_t remaining) {
-    if (wsp_decoded_header_name(code) == nullptr || remaining == 0) return kWspErrFail;
-
-    wsp_text_builder b;
-    if (wsp_class_of(**cursor) == WSP_CLASS_SHORT_INT) {
-        const char *text = profile_warning_text(**cursor);
-        if (text == nullptr) return kWspErrFail;
-        b.append(text);
-        return wsp_write_value_line(code, b.text, out, wsp_line_writer::plain, cursor, *cursor + 1,
-                                    wsp_cursor_rule::on_ok);
-    }
-
-    wsp_value_reader v;
-    int status = kWspOk;
-    if (!open_warning_value(code, cursor, remaining, &v, &status)) return status;
-
+    auto append_code = [](uint8_t octet, wsp_text_builder *b) {
+        const char *text = profile_warning_text(octet);
+        if (text == nullptr) return false;
+        b->append(text);
+        return true;
+    };
     // "<code>  <target> <date>": two spaces between code and target, on
-    // purpose.
-    if (v.peek_class() != WSP_CLASS_SHORT_INT) return kWspErrFail;
-    const char *text = profile_warning_text(*v.p);
-    if (text == nullptr) return kWspErrFail;
-    v.p += 1;
-    b.append(text);
-    b.append(" ");
-    if (append_text_field(&v, &b) != kWspOk) return kWspErrFail;
-    if (!b.append(" ")) return kWspErrFail;
-
-    // The warning date, a Long-integer of seconds read within the input;
-    // the date reader's status is handed back as it stands.
-    if (v.peek_class() != WSP_CLASS_SHORT_LENGTH) return kWspErrFail;
-    char date[WSP_TEXT_CAPACITY] = {};
-    int st = wsp_decode_date(&v.p, date, v.left());
-    if (st != kWspOk) return st;
-    if (!b.append(date)) return kWspErrFail;
-
-    // The length is not compared with the octets read: the cursor stops
-    // after the date.
-    return wsp_close_structured(code, b, v, out, wsp_line_writer::plain, cursor, wsp_cursor_rule::always);
+    // purpose.  The length is not compared with the octets read: the cursor
+    // stops after the date.
+    auto read_fields = [](wsp_value_reader *v, wsp_text_builder *b) {
+        b->append(" ");
+        if (append_text_field(v, b) != kWspOk) return kWspErrFail;
+        if (!b->append(" ")) return kWspErrFail;
+        // The warning date, a Long-integer of seconds read within the
+        // input; the date reader's status is handed back as it stands.
+        if (v->peek_class() != WSP_CLASS_SHORT_LENGTH) return kWspErrFail;
+        char date[WSP_TEXT_CAPACITY] = {};
+        int status = wsp_decode_date(&v->p, date, v->left());
+        if (status != kWspOk) return status;
+        return b->append(date) ? kWspOk : kWspErrFail;
+    };
+    // Plain writer; a bare code moves the cursor only when it is written.
+    return decode_warning_value(code, cursor, out, remaining, wsp_line_writer::plain, wsp_cursor_rule::on_ok,
+                                append_code, read_fields);
 }

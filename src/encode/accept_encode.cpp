@@ -13,7 +13,6 @@
 
 namespace {
 
-
 // "*" in Accept-Charset is Any-charset (0), in Accept-Encoding any coding (3).
 constexpr uint32_t kAnyCharset = 0;
 constexpr uint32_t kAnyCoding = 3;
@@ -45,6 +44,25 @@ int write_bare_item(int32_t code, const char *item, wsp_buffer *out) {
 int write_item_in_scratch(int32_t code, const char *item, wsp_buffer *scratch) {
     int status = code >= 0 ? wsp_append_integer(static_cast<uint32_t>(code), scratch)
                            : wsp_append_text_string(item, scratch);
+    return wsp_ok(status) ? kWspOk : kWspErrFail;
+}
+
+// An item and the parameters after it (`params`, cut at ";"): the bare item
+// when there are none, else the general form, a Value-length around the
+// item and then every parameter as `write_param(param, index, scratch)`
+// writes it, built in a scratch of `scratch_size` octets.  -214 when any
+// step fails.
+template <typename WriteParam>
+int write_item_with_params(int32_t code, const char *item, char *params, uint16_t scratch_size, wsp_buffer *out,
+                           WriteParam write_param) {
+    char *param = wsp_enc_next_element(&params, ";");
+    if (param == nullptr) return write_bare_item(code, item, out);
+    int status = wsp_append_built_value(scratch_size, out, [&](wsp_buffer *scratch) {
+        if (!wsp_ok(write_item_in_scratch(code, item, scratch))) return kWspErrFail;
+        for (uint16_t index = 0; param != nullptr; ++index, param = wsp_enc_next_element(&params, ";"))
+            if (!wsp_ok(write_param(param, index, scratch))) return kWspErrFail;
+        return kWspOk;
+    });
     return wsp_ok(status) ? kWspOk : kWspErrFail;
 }
 
@@ -85,20 +103,11 @@ int wsp_encode_accept(uint16_t code, char *value, wsp_buffer *out, uint8_t versi
         int row = wsp_find_name(wsp_content_types, media_rows, media, false);
         int32_t media_code = row >= 0 ? static_cast<int32_t>(wsp_content_types.code(static_cast<uint16_t>(row))) : -1;
 
-        char *param = wsp_enc_next_element(&params, ";");
-        if (param == nullptr) {
-            if (!wsp_ok(write_bare_item(media_code, media, out))) return kWspErrFail;
-        } else {
-            wsp_scratch scratch(scratch_size);
-            if (!scratch.ok()) return kWspErrFail;
-            wsp_buffer *encoded = scratch.get();
-            if (!wsp_ok(write_item_in_scratch(media_code, media, encoded))) return kWspErrFail;
-            do {
-                if (!wsp_ok(wsp_encode_param(param, encoded, version_index, nullptr))) return kWspErrFail;
-                param = wsp_enc_next_element(&params, ";");
-            } while (param != nullptr);
-            if (!wsp_ok(wsp_write_general_form(out, encoded))) return kWspErrFail;
-        }
+        auto write_param = [version_index](char *param, uint16_t, wsp_buffer *scratch) {
+            return wsp_encode_param(param, scratch, version_index, nullptr);
+        };
+        if (!wsp_ok(write_item_with_params(media_code, media, params, scratch_size, out, write_param)))
+            return kWspErrFail;
         element = wsp_enc_next_element(&list, ",");
     }
     return kWspOk;
@@ -151,23 +160,13 @@ int wsp_encode_accept_qlist(uint16_t code, char *value, wsp_buffer *out) {
             if (row >= 0) item_code = static_cast<int32_t>(table->code(static_cast<uint16_t>(row)));
         }
 
-        char *param = wsp_enc_next_element(&params, ";");
-        if (param == nullptr) {
-            if (!wsp_ok(write_bare_item(item_code, item, out))) return kWspErrFail;
-        } else {
-            wsp_scratch scratch(scratch_size);
-            if (!scratch.ok()) return kWspErrFail;
-            wsp_buffer *encoded = scratch.get();
-            if (!wsp_ok(write_item_in_scratch(item_code, item, encoded))) return kWspErrFail;
-            uint16_t param_count = 0;
-            do {
-                if (strict && param_count > 0) return kWspErrFail;
-                if (!wsp_ok(write_q_param(param, encoded))) return kWspErrFail;
-                ++param_count;
-                param = wsp_enc_next_element(&params, ";");
-            } while (param != nullptr);
-            if (!wsp_ok(wsp_write_general_form(out, encoded))) return kWspErrFail;
-        }
+        // The older codes take one parameter per element.
+        auto write_param = [strict](char *param, uint16_t index, wsp_buffer *scratch) {
+            if (strict && index > 0) return kWspErrFail;
+            return write_q_param(param, scratch);
+        };
+        if (!wsp_ok(write_item_with_params(item_code, item, params, scratch_size, out, write_param)))
+            return kWspErrFail;
         ++written;
         element = wsp_enc_next_element(&list, ",");
     }

@@ -12,10 +12,7 @@ namespace {
 // The registered code of an application id as an Integer-value (some codes
 // run past 127), or the id itself as Token-text.
 int append_app_id(const char *element, wsp_buffer *out) {
-    int row = wsp_find_name(wsp_push_app_ids, WSP_PUSH_APP_ID_ROWS, element, false);
-    int status = row >= 0 ? wsp_append_integer(wsp_push_app_ids.code(static_cast<uint16_t>(row)), out)
-                          : wsp_tokentext_encode_buff(element, out);
-    return status == kWspOk ? kWspOk : kWspErrFail;
+    return wsp_append_code_or_token(wsp_push_app_ids, WSP_PUSH_APP_ID_ROWS, element, out);
 }
 
 } // namespace

@@ -13,29 +13,15 @@
 namespace {
 
 // Only the newest Cache-Control code knows "s-maxage", the last directive.
-
-enum : int {
-    kNoCache = 0,
-    kNoStore = 1,
-    kMaxAge = 2,
-    kMinFresh = 4,
-    kOnlyIfCached = 5,
-    kPublic = 6,
-    kPrivate = 7,
-    kNoTransform = 8,
-    kMustRevalidate = 9,
-    kProxyRevalidate = 10,
-};
-
 uint16_t directive_rows(uint8_t code) {
-    return code == WSP_HDR_CACHE_CONTROL_1_4 ? WSP_CACHE_DIRECTIVE_ROWS : static_cast<uint16_t>(WSP_CACHE_DIRECTIVE_ROWS - 1);
+    return code == WSP_HDR_CACHE_CONTROL_1_4 ? WSP_CACHE_DIRECTIVE_ROWS : uint16_t{WSP_CACHE_S_MAXAGE};
 }
 
-bool requires_argument(int row) { return row == kMaxAge || row == kMinFresh; }
+bool requires_argument(int row) { return row == WSP_CACHE_MAX_AGE || row == WSP_CACHE_MIN_FRESH; }
 
 bool refuses_argument(int row) {
-    return row == kNoStore || row == kOnlyIfCached || row == kPublic || row == kNoTransform ||
-           row == kMustRevalidate || row == kProxyRevalidate;
+    return row == WSP_CACHE_NO_STORE || row == WSP_CACHE_ONLY_IF_CACHED || row == WSP_CACHE_PUBLIC ||
+           row == WSP_CACHE_NO_TRANSFORM || row == WSP_CACHE_MUST_REVALIDATE || row == WSP_CACHE_PROXY_REVALIDATE;
 }
 
 // The argument of "no-cache" and "private": a quoted, comma-separated list
@@ -54,19 +40,10 @@ int append_field_names(char *argument, wsp_buffer *scratch) {
     uint16_t written = 0;
     char *name;
     while ((name = wsp_enc_next_element(&cursor, ",")) != nullptr) {
-        int header = wsp_find_name(wsp_header_names, WSP_HEADER_NAME_ROWS, name, false);
-        int status = header >= 0 ? wsp_append_integer(static_cast<uint32_t>(header), scratch)
-                                 : wsp_tokentext_encode_buff(name, scratch);
-        if (status != kWspOk) return kWspErrArg;
+        if (wsp_append_code_or_token(wsp_header_names, WSP_HEADER_NAME_ROWS, name, scratch) != kWspOk) return kWspErrArg;
         ++written;
     }
     return written != 0 ? kWspOk : kWspErrFail;
-}
-
-// The directive itself: its row number, or its name when it has no row.
-int append_directive(int row, const char *name, wsp_buffer *buf) {
-    int status = row >= 0 ? wsp_append_integer(static_cast<uint32_t>(row), buf) : wsp_tokentext_encode_buff(name, buf);
-    return status == kWspOk ? kWspOk : kWspErrFail;
 }
 
 int encode_directive(uint8_t code, char *directive, uint16_t scratch_size, wsp_buffer *out) {
@@ -75,27 +52,23 @@ int encode_directive(uint8_t code, char *directive, uint16_t scratch_size, wsp_b
     char *name = wsp_enc_next_element(&cursor, "=");
     if (name == nullptr) name = directive; // an empty directive: written as an empty token
     char *argument = wsp_enc_next_element(&cursor, "=");
-    int row = wsp_find_name(wsp_cache_directives, directive_rows(code), name, false);
+    const uint16_t rows = directive_rows(code);
+    int row = wsp_find_name(wsp_cache_directives, rows, name, false);
 
+    // The directive itself goes out as its code, or as its name when it has
+    // no row.
     if (argument == nullptr) {
         if (requires_argument(row)) return kWspErrArg;
-        return append_directive(row, name, out);
+        return wsp_append_code_or_token(wsp_cache_directives, rows, name, out);
     }
     if (refuses_argument(row)) return kWspErrArg;
 
-    wsp_scratch scratch(scratch_size);
-    if (!scratch.ok()) return kWspErrFail;
-    wsp_buffer *body = scratch.get();
-    if (append_directive(row, name, body) != kWspOk) return kWspErrFail;
-    if (row == kNoCache || row == kPrivate) {
-        int status = append_field_names(argument, body);
-        if (status != kWspOk) return status;
-    } else if (row >= 0) {
-        if (wsp_append_integer_text(argument, body) != kWspOk) return kWspErrFail;
-    } else {
-        if (wsp_append_untyped_value(argument, body) != kWspOk) return kWspErrFail;
-    }
-    return wsp_append_value_block(out, body) == kWspOk ? kWspOk : kWspErrFail;
+    return wsp_append_built_value(scratch_size, out, [name, argument, row, rows](wsp_buffer *body) {
+        if (wsp_append_code_or_token(wsp_cache_directives, rows, name, body) != kWspOk) return kWspErrFail;
+        if (row == WSP_CACHE_NO_CACHE || row == WSP_CACHE_PRIVATE) return append_field_names(argument, body);
+        if (row < 0) return wsp_append_untyped_value(argument, body);
+        return wsp_append_integer_text(argument, body) == kWspOk ? kWspOk : kWspErrFail;
+    });
 }
 
 } // namespace

@@ -45,11 +45,8 @@ int wsp_encode_credentials(uint8_t code, char *value, wsp_buffer *out, uint8_t v
     wsp_str_lower(scheme);
     if (wsp_write_code_octet(code, out) != kWspOk) return kWspErrFail;
 
-    wsp_scratch scratch(scratch_size);
-    if (!scratch.ok()) return kWspErrFail;
-    int status = wsp_find_name(wsp_auth_schemes, 1, scheme, false) >= 0
-                     ? append_basic(cursor, scratch.get())
-                     : append_other_scheme(scheme, cursor, scratch.get(), version_index);
-    if (status != kWspOk) return kWspErrFail;
-    return wsp_append_value_block(out, scratch.get()) == kWspOk ? kWspOk : kWspErrFail;
+    return wsp_append_built_value(scratch_size, out, [scheme, cursor, version_index](wsp_buffer *body) {
+        if (wsp_find_name(wsp_auth_schemes, 1, scheme, false) >= 0) return append_basic(cursor, body);
+        return append_other_scheme(scheme, cursor, body, version_index) == kWspOk ? kWspOk : kWspErrFail;
+    });
 }

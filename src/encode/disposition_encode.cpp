@@ -16,14 +16,10 @@ int wsp_encode_disposition(uint8_t code, char *value, wsp_buffer *out, uint8_t v
     if (disposition == nullptr) return kWspErrFail;
     if (wsp_write_code_octet(code, out) != kWspOk) return kWspErrFail;
 
-    wsp_scratch scratch(scratch_size);
-    if (!scratch.ok()) return kWspErrFail;
-    wsp_buffer *body = scratch.get();
-    int row = wsp_find_name(wsp_dispositions, WSP_DISPOSITION_ROWS, disposition, false);
-    int status = row >= 0 ? wsp_append_short_int(static_cast<uint32_t>(row), body)
-                          : wsp_tokentext_encode_buff(disposition, body);
-    if (status != kWspOk) return kWspErrFail;
-    // The value is already lower case.
-    if (wsp_append_param_list(cursor, ";", false, body, version_index) != kWspOk) return kWspErrFail;
-    return wsp_append_value_block(out, body) == kWspOk ? kWspOk : kWspErrFail;
+    return wsp_append_built_value(scratch_size, out, [disposition, cursor, version_index](wsp_buffer *body) {
+        if (wsp_append_code_or_token(wsp_dispositions, WSP_DISPOSITION_ROWS, disposition, body) != kWspOk)
+            return kWspErrFail;
+        // The value is already lower case.
+        return wsp_append_param_list(cursor, ";", false, body, version_index);
+    });
 }

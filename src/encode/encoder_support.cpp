@@ -53,6 +53,19 @@ int wsp_append_untyped_value(const char *text, wsp_buffer *out) {
     return status == kWspOk ? kWspOk : kWspErrFail;
 }
 
+int wsp_append_code_or_token(const wsp_table &table, uint16_t rows, const char *element, wsp_buffer *out) {
+    int row = wsp_find_name(table, rows, element, false);
+    int status = row >= 0 ? wsp_append_integer(table.code(static_cast<uint16_t>(row)), out)
+                          : wsp_tokentext_encode_buff(element, out);
+    return status == kWspOk ? kWspOk : kWspErrFail;
+}
+
+int wsp_encode_code_or_token_list(uint8_t code, char *list, const wsp_table &table, uint16_t rows, wsp_buffer *out) {
+    return wsp_encode_each_element(code, list, out, kWspErrFail, [&table, rows, out](char *element) {
+        return wsp_append_code_or_token(table, rows, element, out);
+    });
+}
+
 int wsp_append_param_list(char *list, const char *delim, bool lower, wsp_buffer *out, uint8_t version_index) {
     char *cursor = list;
     char *element;

@@ -10,9 +10,9 @@
 namespace {
 
 // Short-integer forms of the few well-known element values.
-constexpr uint32_t kExpect100Continue = 0; // 0x80
-constexpr uint32_t kQParameter = 0;        // 0x80, the q parameter's code
-constexpr uint32_t kTeTrailers = 1;        // 0x81
+constexpr int kExpect100Continue = 0; // 0x80
+constexpr uint32_t kQParameter = 0;   // 0x80, the q parameter's code
+constexpr int kTeTrailers = 1;        // 0x81
 constexpr uint8_t kQCode = 0x00;           // parameter code of "q"
 
 constexpr uint8_t kNoValue = 0x00; // the No-value octet after a bare parameter
@@ -64,10 +64,8 @@ int build_te_coding(char *element, wsp_buffer *body) {
     // first (empty) row of the coding table and so goes out as 0x80.
     if (coding == nullptr) coding = element;
     wsp_trim(&coding);
-    int row = wsp_find_name(wsp_transfer_codings, WSP_TRANSFER_CODING_ROWS, coding, false);
-    int status = row >= 0 ? wsp_append_integer(static_cast<uint32_t>(row), body)
-                          : wsp_tokentext_encode_buff(coding, body);
-    if (status != kWspOk) return kWspErrFail;
+    if (wsp_append_code_or_token(wsp_transfer_codings, WSP_TRANSFER_CODING_ROWS, coding, body) != kWspOk)
+        return kWspErrFail;
 
     char *parameter = wsp_enc_next_element(&cursor, ";");
     if (parameter == nullptr) return kWspOk;
@@ -100,23 +98,11 @@ int wsp_encode_expect(uint8_t code, char *value, wsp_buffer *out, uint8_t versio
     if (value == nullptr) return kWspErrFail;
     const uint16_t scratch_size = wsp_enc_scratch_size(value);
     char *cursor = wsp_enc_prepare(value, false);
-    // An empty value has no element: nothing is written and the call
-    // succeeds.
-    char *element;
-    while ((element = wsp_enc_next_element(&cursor, ",")) != nullptr) {
-        if (wsp_write_code_octet(code, out) != kWspOk) return kWspErrFail;
-        // Only the comparison ignores case; an extension keeps the case in
-        // which it was written.
-        if (wsp_strcasecmp(element, "100-continue") == 0) {
-            if (wsp_append_short_int(kExpect100Continue, out) != kWspOk) return kWspErrFail;
-            continue;
-        }
-        wsp_scratch scratch(scratch_size);
-        if (!scratch.ok()) return kWspErrFail;
-        if (build_expect_extension(element, scratch.get()) != kWspOk) return kWspErrFail;
-        if (wsp_append_value_block(out, scratch.get()) != kWspOk) return kWspErrFail;
-    }
-    return kWspOk;
+    // Only the comparison ignores case; an extension keeps the case in
+    // which it was written.  An empty value has no element: nothing is
+    // written and the call succeeds.
+    auto known = [](const char *element) { return wsp_strcasecmp(element, "100-continue") == 0 ? kExpect100Continue : -1; };
+    return wsp_encode_known_or_built_list(code, cursor, scratch_size, out, known, build_expect_extension);
 }
 
 int wsp_encode_te(uint8_t code, char *value, wsp_buffer *out, uint8_t version_index) {
@@ -125,21 +111,10 @@ int wsp_encode_te(uint8_t code, char *value, wsp_buffer *out, uint8_t version_in
     char *cursor = wsp_enc_prepare(value, true);
     // An empty TE is sent as the bare code octet.
     if (cursor[0] == '\0') return wsp_write_code_octet(code, out);
-    char *element;
-    while ((element = wsp_enc_next_element(&cursor, ",")) != nullptr) {
-        if (wsp_write_code_octet(code, out) != kWspOk) return kWspErrFail;
-        if (std::strcmp(element, "trailers") == 0) {
-            if (wsp_append_short_int(kTeTrailers, out) != kWspOk) return kWspErrFail;
-            continue;
-        }
-        // A coding goes out inside a Value-length even without a q
-        // parameter, so "chunked" is B9 01 82.
-        wsp_scratch scratch(scratch_size);
-        if (!scratch.ok()) return kWspErrFail;
-        if (build_te_coding(element, scratch.get()) != kWspOk) return kWspErrFail;
-        if (wsp_append_value_block(out, scratch.get()) != kWspOk) return kWspErrFail;
-    }
-    return kWspOk;
+    // A coding goes out inside a Value-length even without a q parameter,
+    // so "chunked" is B9 01 82.
+    auto known = [](const char *element) { return std::strcmp(element, "trailers") == 0 ? kTeTrailers : -1; };
+    return wsp_encode_known_or_built_list(code, cursor, scratch_size, out, known, build_te_coding);
 }
 
 int wsp_encode_trailer(uint8_t code, char *value, wsp_buffer *out, uint8_t version_index) {
@@ -147,16 +122,10 @@ int wsp_encode_trailer(uint8_t code, char *value, wsp_buffer *out, uint8_t versi
     if (cursor == nullptr) return kWspErrFail;
     // An empty value has no element: nothing is written and the call
     // succeeds.
-    char *element;
-    while ((element = wsp_enc_next_element(&cursor, ",")) != nullptr) {
-        if (wsp_write_code_octet(code, out) != kWspOk) return kWspErrFail;
+    return wsp_encode_each_element(code, cursor, out, kWspOk, [out](char *element) {
         // The message framing headers may not be announced as trailers.
         if (is_refused_trailer(element)) return kWspErrFail;
         // Upward over all 72 names: a name given twice takes its lowest code.
-        int row = wsp_find_name(wsp_header_names, WSP_HEADER_NAME_ROWS, element, false);
-        int status = row >= 0 ? wsp_append_integer(static_cast<uint32_t>(row), out)
-                              : wsp_tokentext_encode_buff(element, out);
-        if (status != kWspOk) return kWspErrFail;
-    }
-    return kWspOk;
+        return wsp_append_code_or_token(wsp_header_names, WSP_HEADER_NAME_ROWS, element, out);
+    });
 }

@@ -34,6 +34,27 @@ bool read_digest_group(const char **pos, uint8_t *octet) {
 // A byte position read as strtoul reads it: an empty or non-numeric text is 0.
 uint32_t byte_position(const char *text) { return wsp_strtou32(text, nullptr, 10); }
 
+// One byte range of a Range value, into the scratch that goes behind its
+// Value-length; -214 when it does not fit.
+int build_range(char *range, wsp_buffer *body) {
+    int status;
+    if (range[0] == '-') {
+        // "-500": the last 500 bytes.
+        status = wsp_append_short_int(kSuffixRange, body);
+        if (status == kWspOk) status = wsp_append_uintvar(byte_position(range + 1), body);
+    } else {
+        // "500-999", "500-" or "500": the last position is sent only when
+        // there is one after the "-".
+        char *dash = std::strchr(range, '-');
+        if (dash != nullptr) *dash = '\0';
+        status = wsp_append_short_int(kFirstBytePosRange, body);
+        if (status == kWspOk) status = wsp_append_uintvar(byte_position(range), body);
+        if (status == kWspOk && dash != nullptr && dash[1] != '\0')
+            status = wsp_append_uintvar(byte_position(dash + 1), body);
+    }
+    return status == kWspOk ? kWspOk : kWspErrFail;
+}
+
 } // namespace
 
 int wsp_encode_content_md5(uint8_t code, char *value, wsp_buffer *out, uint8_t version_index) {
@@ -93,31 +114,8 @@ int wsp_encode_range(uint8_t code, char *value, wsp_buffer *out, uint8_t version
     wsp_str_lower(unit);
     if (std::strcmp(unit, "bytes") != 0) return kWspErrFail;
 
-    uint16_t written = 0;
-    char *range;
-    while ((range = wsp_enc_next_element(&cursor, ",")) != nullptr) {
-        if (wsp_write_code_octet(code, out) != kWspOk) return kWspErrFail;
-        wsp_scratch scratch(scratch_size);
-        if (!scratch.ok()) return kWspErrFail;
-        wsp_buffer *body = scratch.get();
-        int status;
-        if (range[0] == '-') {
-            // "-500": the last 500 bytes.
-            status = wsp_append_short_int(kSuffixRange, body);
-            if (status == kWspOk) status = wsp_append_uintvar(byte_position(range + 1), body);
-        } else {
-            // "500-999", "500-" or "500": the last position is sent only
-            // when there is one after the "-".
-            char *dash = std::strchr(range, '-');
-            if (dash != nullptr) *dash = '\0';
-            status = wsp_append_short_int(kFirstBytePosRange, body);
-            if (status == kWspOk) status = wsp_append_uintvar(byte_position(range), body);
-            if (status == kWspOk && dash != nullptr && dash[1] != '\0')
-                status = wsp_append_uintvar(byte_position(dash + 1), body);
-        }
-        if (status != kWspOk) return kWspErrFail;
-        if (wsp_append_value_block(out, body) != kWspOk) return kWspErrFail;
-        ++written;
-    }
-    return written != 0 ? kWspOk : kWspErrFail;
+    // One header per range; a value without a range is refused.
+    return wsp_encode_each_element(code, cursor, out, kWspErrFail, [scratch_size, out](char *range) {
+        return wsp_append_built_value(scratch_size, out, [range](wsp_buffer *body) { return build_range(range, body); });
+    });
 }

@@ -159,6 +159,14 @@ int write_secure(wsp_buffer *out) {
     return out->length >= out->size ? kWspErrFail : kWspOk;
 }
 
+// A value named in a table ("differences", "type" of multipart/related):
+// the row of the first of `rows` rows whose name matches it in any case, as
+// a Short-integer, or the value itself as Token-text.  The writer's status.
+int write_row_or_token(const wsp_table &table, uint16_t rows, const char *value, wsp_buffer *out) {
+    int row = wsp_find_name(table, rows, value, true);
+    return row >= 0 ? wsp_append_short_int(static_cast<uint32_t>(row), out) : wsp_tokentext_encode_buff(value, out);
+}
+
 // The newer "start" and "start-info" take <id> and send it as "id".
 void angle_brackets_to_quotes(char *value) {
     size_t n = std::strlen(value);
@@ -204,22 +212,16 @@ int wsp_encode_param_value(char *value, uint8_t code, wsp_buffer *out, uint8_t *
     case 0x0F: // path
         status = wsp_append_text_string(value, out);
         break;
-    case kParamDifferences: {
-        int field = wsp_find_name(wsp_header_names, WSP_HEADER_NAME_ROWS, value, true);
-        status = field >= 0 ? wsp_append_short_int(static_cast<uint32_t>(field), out)
-                            : wsp_tokentext_encode_buff(value, out);
+    case kParamDifferences:
+        status = write_row_or_token(wsp_header_names, WSP_HEADER_NAME_ROWS, value, out);
         break;
-    }
     case kParamPadding:
     case kParamSec:
         status = write_small_number(value, out);
         break;
-    case kParamTypeRelated: {
-        int row = wsp_find_name(wsp_content_types, kRelatedTypeRows, value, true);
-        status = row >= 0 ? wsp_append_short_int(static_cast<uint32_t>(row), out)
-                          : wsp_tokentext_encode_buff(value, out);
+    case kParamTypeRelated:
+        status = write_row_or_token(wsp_content_types, kRelatedTypeRows, value, out);
         break;
-    }
     case kParamSecure:
         status = write_secure(out);
         break;

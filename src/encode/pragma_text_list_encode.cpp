@@ -10,7 +10,6 @@
 
 namespace {
 
-
 bool is_entity_tag_list(uint8_t code) { return code == WSP_HDR_IF_MATCH || code == WSP_HDR_IF_NONE_MATCH; }
 
 } // namespace
@@ -19,46 +18,30 @@ int wsp_encode_pragma(uint8_t code, char *value, wsp_buffer *out, uint8_t versio
     if (value == nullptr) return kWspErrFail;
     uint16_t scratch_size = wsp_enc_scratch_size(value);
     char *cursor = wsp_enc_prepare(value, true);
-    char *element;
-    // An empty Pragma writes nothing and is not an error.
-    while ((element = wsp_enc_next_element(&cursor, ",")) != nullptr) {
-        if (wsp_write_code_octet(code, out) != kWspOk) return kWspErrFail;
+    auto known = [](const char *element) {
         int row = wsp_find_name(wsp_pragma_values, 1, element, false);
-        if (row >= 0) {
-            if (wsp_append_short_int(wsp_pragma_values.code(static_cast<uint16_t>(row)), out) != kWspOk)
-                return kWspErrFail;
-            continue;
-        }
-        // Any other pragma is sent as one parameter inside a Value-length.  A
-        // parameter that does not encode (an unknown version included) is a
-        // plain failure of the header.
-        wsp_scratch scratch(scratch_size);
-        if (!scratch.ok()) return kWspErrFail;
-        if (wsp_encode_param(element, scratch.get(), version_index, nullptr) != kWspOk) return kWspErrFail;
-        if (wsp_append_value_block(out, scratch.get()) != kWspOk) return kWspErrFail;
-    }
-    return kWspOk;
+        return row < 0 ? -1 : static_cast<int>(wsp_pragma_values.code(static_cast<uint16_t>(row)));
+    };
+    // Any other pragma is sent as one parameter inside a Value-length.  A
+    // parameter that does not encode (an unknown version included) is a
+    // plain failure of the header.
+    auto build = [version_index](char *element, wsp_buffer *body) {
+        return wsp_encode_param(element, body, version_index, nullptr);
+    };
+    // An empty Pragma writes nothing and is not an error.
+    return wsp_encode_known_or_built_list(code, cursor, scratch_size, out, known, build);
 }
 
 int wsp_encode_text_list(uint8_t code, char *value, wsp_buffer *out, uint8_t version_index) {
     char *cursor = wsp_enc_prepare(value, false);
     if (cursor == nullptr) return kWspErrFail;
-    uint16_t written = 0;
-    bool star_first = false;
-    char *element;
-    while ((element = wsp_enc_next_element(&cursor, ",")) != nullptr) {
-        // A leading "*" must stand alone on If-None-Match.
-        if (star_first) return kWspErrFail;
-        bool star = is_entity_tag_list(code) && written == 0 && std::strcmp(element, "*") == 0;
-        if (wsp_write_code_octet(code, out) != kWspOk) return kWspErrFail;
-        if (wsp_append_text_string(element, out) != kWspOk) return kWspErrFail;
-        ++written;
-        if (star) {
-            // If-Match stops right after a leading "*" and ignores whatever
-            // follows; If-None-Match goes on and refuses any further element.
-            if (code == WSP_HDR_IF_MATCH) return kWspOk;
-            star_first = true;
-        }
-    }
-    return written != 0 ? kWspOk : kWspErrFail;
+    auto encode_value = [out](char *element) { return wsp_append_text_string(element, out); };
+    auto star_first = [code](const char *element) {
+        return is_entity_tag_list(code) && std::strcmp(element, "*") == 0;
+    };
+    // If-Match stops right after a leading "*" and ignores whatever follows;
+    // If-None-Match goes on and refuses any further element.
+    const wsp_after_lone_first after =
+        code == WSP_HDR_IF_MATCH ? wsp_after_lone_first::ignored : wsp_after_lone_first::refused;
+    return wsp_encode_each_element(code, cursor, out, kWspErrFail, encode_value, star_first, after);
 }

@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "primitives.h"
 #include "tarnwspencdec.h"
 
 class wsp_scratch {
@@ -38,5 +39,17 @@ class wsp_scratch {
     unsigned char *heap_;
     wsp_buffer buf_;
 };
+
+// A value that goes out behind its Value-length: `build(body)` writes it
+// into a scratch of `size` octets, which then follows its length in `out`.
+// A scratch that cannot be had or a block that does not fit gives -214; a
+// build status other than WSP_OK is returned as it stands.
+template <typename Build> int wsp_append_built_value(uint16_t size, wsp_buffer *out, Build build) {
+    wsp_scratch scratch(size);
+    if (!scratch.ok()) return kWspErrFail;
+    int status = build(scratch.get());
+    if (status != kWspOk) return status;
+    return wsp_append_value_block(out, scratch.get()) == kWspOk ? kWspOk : kWspErrFail;
+}
 
 #endif

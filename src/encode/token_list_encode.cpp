@@ -10,7 +10,6 @@
 
 namespace {
 
-
 // Allow takes a method that has no row when it is given as its number.
 constexpr uint32_t kLowestMethodNumber = 64;
 constexpr uint32_t kHighestMethodNumber = 127;
@@ -46,19 +45,9 @@ uint32_t method_number(const char *element) {
 int wsp_encode_accept_encoding(uint8_t code, char *value, wsp_buffer *out, uint8_t version_index) {
     char *cursor = wsp_enc_prepare(value, true);
     if (cursor == nullptr) return kWspErrFail;
-    uint16_t written = 0;
-    char *element;
-    while ((element = wsp_enc_next_element(&cursor, ",")) != nullptr) {
-        if (wsp_write_code_octet(code, out) != kWspOk) return kWspErrFail;
-        // No quality values on this code: "gzip;q=0.5" is not a token and
-        // the token writer refuses it.
-        int row = wsp_find_name(wsp_content_codings, WSP_CONTENT_CODING_ROWS, element, false);
-        int status = row >= 0 ? wsp_append_short_int(static_cast<uint32_t>(row), out)
-                              : wsp_tokentext_encode_buff(element, out);
-        if (status != kWspOk) return kWspErrFail;
-        ++written;
-    }
-    return written != 0 ? kWspOk : kWspErrFail;
+    // No quality values on this code: "gzip;q=0.5" is not a token and the
+    // token writer refuses it.
+    return wsp_encode_code_or_token_list(code, cursor, wsp_content_codings, WSP_CONTENT_CODING_ROWS, out);
 }
 
 int wsp_encode_token_list(uint8_t code, char *value, wsp_buffer *out, uint8_t version_index) {
@@ -67,38 +56,24 @@ int wsp_encode_token_list(uint8_t code, char *value, wsp_buffer *out, uint8_t ve
     // Method names are upper case in their table and are matched as written.
     char *cursor = wsp_enc_prepare(value, code != WSP_HDR_PUBLIC);
     if (cursor == nullptr) return kWspErrFail;
-    uint16_t written = 0;
-    bool none_first = false;
-    char *element;
-    while ((element = wsp_enc_next_element(&cursor, ",")) != nullptr) {
-        // "none" first closes the list; "none" after a real unit is kept as
-        // one more element.  The asymmetry is deliberate.
-        if (none_first) return kWspErrFail;
-        if (code == WSP_HDR_ACCEPT_RANGES && written == 0 && std::strcmp(element, "none") == 0) none_first = true;
-        if (wsp_write_code_octet(code, out) != kWspOk) return kWspErrFail;
-        int row = wsp_find_name(*table.rows, table.count, element, false);
-        int status;
-        if (row < 0) {
-            status = wsp_tokentext_encode_buff(element, out);
-        } else if (code == WSP_HDR_CONTENT_LANGUAGE) {
-            // Language codes run past 127.
-            status = wsp_append_integer(table.rows->code(static_cast<uint16_t>(row)), out);
-        } else {
-            status = wsp_append_short_int(table.rows->code(static_cast<uint16_t>(row)), out);
-        }
-        if (status != kWspOk) return kWspErrFail;
-        ++written;
-    }
-    return written != 0 ? kWspOk : kWspErrFail;
+    // Language codes run past 127 (a Long-integer); the other tables' codes
+    // are all Short-integers.
+    auto encode_value = [table, out](char *element) {
+        return wsp_append_code_or_token(*table.rows, table.count, element, out);
+    };
+    // "none" first closes the list; "none" after a real unit is kept as one
+    // more element.  The asymmetry is deliberate.
+    auto none_first = [code](const char *element) {
+        return code == WSP_HDR_ACCEPT_RANGES && std::strcmp(element, "none") == 0;
+    };
+    return wsp_encode_each_element(code, cursor, out, kWspErrFail, encode_value, none_first,
+                                   wsp_after_lone_first::refused);
 }
 
 int wsp_encode_allow(uint8_t code, char *value, wsp_buffer *out, uint8_t version_index) {
     char *cursor = wsp_enc_prepare(value, false);
     if (cursor == nullptr) return kWspErrFail;
-    uint16_t written = 0;
-    char *element;
-    while ((element = wsp_enc_next_element(&cursor, ",")) != nullptr) {
-        if (wsp_write_code_octet(code, out) != kWspOk) return kWspErrFail;
+    return wsp_encode_each_element(code, cursor, out, kWspErrFail, [out](char *element) {
         uint32_t method;
         int row = wsp_find_name(wsp_methods, WSP_METHOD_ROWS, element, false);
         if (row >= 0) {
@@ -107,8 +82,6 @@ int wsp_encode_allow(uint8_t code, char *value, wsp_buffer *out, uint8_t version
             method = method_number(element);
             if (method < kLowestMethodNumber || method > kHighestMethodNumber) return kWspErrFail;
         }
-        if (wsp_append_short_int(method, out) != kWspOk) return kWspErrFail;
-        ++written;
-    }
-    return written != 0 ? kWspOk : kWspErrFail;
+        return wsp_append_short_int(method, out);
+    });
 }

@@ -14,10 +14,9 @@ namespace {
 constexpr size_t kWarnCodeDigits = 2;
 constexpr uint32_t kHighestWarnCode = 127;
 
-// One Warning element: the warn code alone, or the code, the agent and the
-// text.  Words are cut at blanks; a quoted text stays one word.
-int encode_one_warning(uint8_t code, char *element, wsp_buffer *out, uint16_t scratch_size) {
-    if (wsp_write_code_octet(code, out) != kWspOk) return kWspErrFail;
+// The value of one Warning element: the warn code alone, or the code, the
+// agent and the text.  Words are cut at blanks; a quoted text stays one word.
+int encode_one_warning(char *element, wsp_buffer *out, uint16_t scratch_size) {
     char *cursor = element;
     char *warn_code = wsp_strtoken(&cursor, " ");
     if (warn_code == nullptr || std::strlen(warn_code) != kWarnCodeDigits) return kWspErrFail;
@@ -36,14 +35,11 @@ int encode_one_warning(uint8_t code, char *element, wsp_buffer *out, uint16_t sc
     char *text = wsp_strtoken(&cursor, " ");
     if (text == nullptr || wsp_strtoken(&cursor, " ") != nullptr) return kWspErrFail;
 
-    wsp_scratch scratch(scratch_size);
-    if (!scratch.ok()) return kWspErrFail;
-    if (wsp_append_short_int(number, scratch.get()) != kWspOk ||
-        wsp_append_text_string(agent, scratch.get()) != kWspOk ||
-        wsp_append_text_string(text, scratch.get()) != kWspOk) {
-        return kWspErrFail;
-    }
-    return wsp_append_value_block(out, scratch.get()) == kWspOk ? kWspOk : kWspErrFail;
+    return wsp_append_built_value(scratch_size, out, [number, agent, text](wsp_buffer *body) {
+        bool written = wsp_append_short_int(number, body) == kWspOk && wsp_append_text_string(agent, body) == kWspOk &&
+                       wsp_append_text_string(text, body) == kWspOk;
+        return written ? kWspOk : kWspErrFail;
+    });
 }
 
 } // namespace
@@ -55,18 +51,8 @@ int wsp_encode_vary(uint8_t code, char *value, wsp_buffer *out, uint8_t version_
         if (wsp_write_code_octet(code, out) != kWspOk) return kWspErrFail;
         return wsp_tokentext_encode_buff("*", out) == kWspOk ? kWspOk : kWspErrFail;
     }
-    uint16_t written = 0;
-    char *element;
-    while ((element = wsp_enc_next_element(&cursor, ",")) != nullptr) {
-        if (wsp_write_code_octet(code, out) != kWspOk) return kWspErrFail;
-        // Upward over all 72 names: a name given twice takes its lowest code.
-        int row = wsp_find_name(wsp_header_names, WSP_HEADER_NAME_ROWS, element, false);
-        int status = row >= 0 ? wsp_append_short_int(static_cast<uint32_t>(row), out)
-                              : wsp_tokentext_encode_buff(element, out);
-        if (status != kWspOk) return kWspErrFail;
-        ++written;
-    }
-    return written != 0 ? kWspOk : kWspErrFail;
+    // Upward over all 72 names: a name given twice takes its lowest code.
+    return wsp_encode_code_or_token_list(code, cursor, wsp_header_names, WSP_HEADER_NAME_ROWS, out);
 }
 
 int wsp_encode_warning(uint8_t code, char *value, wsp_buffer *out, uint8_t version_index) {
@@ -75,9 +61,7 @@ int wsp_encode_warning(uint8_t code, char *value, wsp_buffer *out, uint8_t versi
     char *cursor = wsp_enc_prepare(value, false);
     // An empty value has no element: nothing is written and the call
     // succeeds, the header simply drops out of the block.
-    char *element;
-    while ((element = wsp_enc_next_element(&cursor, ",")) != nullptr) {
-        if (encode_one_warning(code, element, out, scratch_size) != kWspOk) return kWspErrFail;
-    }
-    return kWspOk;
+    return wsp_encode_each_element(code, cursor, out, kWspOk, [out, scratch_size](char *element) {
+        return encode_one_warning(element, out, scratch_size);
+    });
 }

@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "failmalloc.h"
+#include "failmalloc_support.h"
 #include "tarnwspencdec.h"
 #include "wsp_test_support.h"
 

@@ -9,7 +9,7 @@
 #include <cstring>
 #include <string>
 
-#include "failmalloc.h"
+#include "failmalloc_support.h"
 #include "tarnwspencdec.h"
 #include "wsp_test_support.h"
 

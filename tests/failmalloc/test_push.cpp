@@ -10,8 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "failmalloc.h"
-#include "header_entries.h"
+#include "failmalloc_support.h"
 #include "tarnwspencdec.h"
 #include "wsp_test_support.h"
 

@@ -1,5 +1,6 @@
 // The steps the header value encoders share: value preparation, list
-// elements, scratch sizing and the extra writers.
+// elements and the walk over them, scratch sizing, values built behind
+// their Value-length, and the extra writers.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -133,4 +134,170 @@ TEST(EncoderSupport, BlankParameterIsRefused) {
     OutBuffer out(8);
     EXPECT_EQ(wsp_append_param_list(text.get(), ",", true, out.get(), 3), WSP_ERR_FAIL);
     EXPECT_EQ(out->length, 0);
+}
+
+TEST(EncoderSupport, CodeOrTokenWritesTheRowsCodeAsAnIntegerValue) {
+    OutBuffer out(16);
+    EXPECT_EQ(wsp_append_code_or_token(wsp_methods, WSP_METHOD_ROWS, "POST", out.get()), WSP_OK);
+    EXPECT_EQ(out.written_hex(), "E0");
+    // A code above 127 goes out as a Long-integer.
+    EXPECT_EQ(wsp_append_code_or_token(wsp_push_app_ids, WSP_PUSH_APP_ID_ROWS, "x-microsoft:drm.meter", out.get()),
+              WSP_OK);
+    EXPECT_EQ(out.written_hex(), "E0 02 90 34");
+}
+
+TEST(EncoderSupport, CodeOrTokenSendsANameWithoutARowAsTokenText) {
+    OutBuffer out(16);
+    // Names are matched as written: "post" has no row.
+    EXPECT_EQ(wsp_append_code_or_token(wsp_methods, WSP_METHOD_ROWS, "post", out.get()), WSP_OK);
+    EXPECT_EQ(out.written_hex(), "70 6F 73 74 00");
+}
+
+TEST(EncoderSupport, CodeOrTokenLooksOnlyAtTheFirstRows) {
+    OutBuffer out(16);
+    EXPECT_EQ(wsp_append_code_or_token(wsp_cache_directives, WSP_CACHE_S_MAXAGE, "s-maxage", out.get()), WSP_OK);
+    EXPECT_EQ(out.written_hex(), "73 2D 6D 61 78 61 67 65 00");
+    EXPECT_EQ(wsp_append_code_or_token(wsp_cache_directives, WSP_CACHE_DIRECTIVE_ROWS, "s-maxage", out.get()), WSP_OK);
+    EXPECT_EQ(out.written_hex(), "73 2D 6D 61 78 61 67 65 00 8B");
+}
+
+TEST(EncoderSupport, CodeOrTokenFailsWhenTheWriterDoes) {
+    // A Short-integer may not fill the buffer to its last octet: written,
+    // counted, and refused with -214.
+    OutBuffer out(1);
+    EXPECT_EQ(wsp_append_code_or_token(wsp_methods, WSP_METHOD_ROWS, "GET", out.get()), WSP_ERR_FAIL);
+    EXPECT_EQ(out->length, 1);
+    EXPECT_EQ(out.region_hex(), "C0");
+}
+
+TEST(EncoderSupport, EachElementWritesTheCodeOctetBeforeEveryValue) {
+    OutBuffer out(16);
+    TextCopy list(" a , b ");
+    std::string seen;
+    int status = wsp_encode_each_element(0x2A, list.get(), out.get(), WSP_ERR_FAIL, [&](char *element) {
+        seen += std::string("[") + element + "]";
+        return wsp_append_short_int(1, out.get());
+    });
+    EXPECT_EQ(status, WSP_OK);
+    EXPECT_EQ(seen, "[a][b]");
+    EXPECT_EQ(out.written_hex(), "AA 81 AA 81");
+}
+
+TEST(EncoderSupport, EachElementAnswersAnEmptyListAsTold) {
+    OutBuffer out(16);
+    auto never = [](char *) { return WSP_ERR_ARG; };
+    TextCopy refused("");
+    EXPECT_EQ(wsp_encode_each_element(0x2A, refused.get(), out.get(), WSP_ERR_FAIL, never), WSP_ERR_FAIL);
+    TextCopy allowed("");
+    EXPECT_EQ(wsp_encode_each_element(0x2A, allowed.get(), out.get(), WSP_OK, never), WSP_OK);
+    EXPECT_EQ(out->length, 0);
+}
+
+TEST(EncoderSupport, EachElementStopsAtTheFirstRefusalWithFail) {
+    OutBuffer out(16);
+    TextCopy list("a,b,c");
+    int calls = 0;
+    int status = wsp_encode_each_element(0x2A, list.get(), out.get(), WSP_OK, [&](char *) {
+        ++calls;
+        return calls == 2 ? WSP_ERR_ARG : WSP_OK;
+    });
+    // Whatever the value's status, the walk answers -214; the code octet of
+    // the refused element stays written.
+    EXPECT_EQ(status, WSP_ERR_FAIL);
+    EXPECT_EQ(calls, 2);
+    EXPECT_EQ(out.written_hex(), "AA AA");
+}
+
+namespace {
+
+// Walks `text` under code 0x2A, every value a Short-integer 1, with "x"
+// standing alone when it comes first; returns the walk's status and the
+// octets written.
+struct Walk {
+    int status;
+    std::string hex;
+};
+Walk walk_with_lone_x(const char *text, wsp_after_lone_first after) {
+    OutBuffer out(16);
+    TextCopy list(text);
+    auto one = [&out](char *) { return wsp_append_short_int(1, out.get()); };
+    auto is_x = [](const char *element) { return std::string(element) == "x"; };
+    int status = wsp_encode_each_element(0x2A, list.get(), out.get(), WSP_OK, one, is_x, after);
+    return {status, out.written_hex()};
+}
+
+} // namespace
+
+TEST(EncoderSupport, EachElementRefusesAnElementAfterALoneFirstBeforeItsCodeOctet) {
+    Walk w = walk_with_lone_x("x, y", wsp_after_lone_first::refused);
+    EXPECT_EQ(w.status, WSP_ERR_FAIL);
+    EXPECT_EQ(w.hex, "AA 81");
+}
+
+TEST(EncoderSupport, EachElementEndsTheListAfterALoneFirstWhenTheRestIsIgnored) {
+    Walk w = walk_with_lone_x("x, y", wsp_after_lone_first::ignored);
+    EXPECT_EQ(w.status, WSP_OK);
+    EXPECT_EQ(w.hex, "AA 81");
+}
+
+TEST(EncoderSupport, EachElementTreatsOnlyTheFirstElementAsStandingAlone) {
+    Walk w = walk_with_lone_x("y, x, x", wsp_after_lone_first::refused);
+    EXPECT_EQ(w.status, WSP_OK);
+    EXPECT_EQ(w.hex, "AA 81 AA 81 AA 81");
+}
+
+TEST(EncoderSupport, KnownOrBuiltSendsAKnownElementAsAShortIntegerAndTheRestInAValueLength) {
+    OutBuffer out(16);
+    TextCopy list("x, yz");
+    auto known = [](const char *element) { return std::string(element) == "x" ? 5 : -1; };
+    auto build = [](char *element, wsp_buffer *body) { return wsp_tokentext_encode_buff(element, body); };
+    EXPECT_EQ(wsp_encode_known_or_built_list(0x38, list.get(), 8, out.get(), known, build), WSP_OK);
+    EXPECT_EQ(out.written_hex(), "B8 85 B8 03 79 7A 00");
+}
+
+TEST(EncoderSupport, KnownOrBuiltFailsWhenTheBuildOrItsScratchFails) {
+    OutBuffer out(16);
+    TextCopy list("yz");
+    auto unknown = [](const char *) { return -1; };
+    auto build = [](char *element, wsp_buffer *body) { return wsp_tokentext_encode_buff(element, body); };
+    // A scratch of 2 octets cannot hold "yz" and its NUL.
+    EXPECT_EQ(wsp_encode_known_or_built_list(0x38, list.get(), 2, out.get(), unknown, build), WSP_ERR_FAIL);
+    EXPECT_EQ(out.written_hex(), "B8");
+}
+
+TEST(EncoderSupport, BuiltValueGoesOutBehindItsLength) {
+    OutBuffer out(8);
+    int status = wsp_append_built_value(4, out.get(), [](wsp_buffer *body) {
+        EXPECT_EQ(body->size, 4);
+        EXPECT_EQ(body->length, 0);
+        return wsp_append_short_int(3, body);
+    });
+    EXPECT_EQ(status, WSP_OK);
+    EXPECT_EQ(out.written_hex(), "01 83");
+}
+
+TEST(EncoderSupport, BuiltValueReturnsTheBuildsOwnStatus) {
+    OutBuffer out(8);
+    EXPECT_EQ(wsp_append_built_value(4, out.get(), [](wsp_buffer *) { return WSP_ERR_ARG; }), WSP_ERR_ARG);
+    EXPECT_EQ(out->length, 0);
+}
+
+TEST(EncoderSupport, BuiltValueLargerThanTheLocalAreaUsesTheHeap) {
+    OutBuffer out(400);
+    const uint16_t size = wsp_scratch::kLocalSize + 44;
+    int status = wsp_append_built_value(size, out.get(), [size](wsp_buffer *body) {
+        EXPECT_EQ(body->size, size);
+        const std::string text(280, 'a');
+        return wsp_tokentext_encode_buff(text.c_str(), body);
+    });
+    EXPECT_EQ(status, WSP_OK);
+    // A Length-quote, the uintvar 281, then the 280 octets and the NUL.
+    EXPECT_EQ(out->length, 1 + 2 + 281);
+    EXPECT_EQ(out.written_hex().substr(0, 11), "1F 82 19 61");
+}
+
+TEST(EncoderSupport, BuiltValueThatDoesNotFitFails) {
+    OutBuffer out(2);
+    EXPECT_EQ(wsp_append_built_value(8, out.get(), [](wsp_buffer *body) { return wsp_append_text_string("abc", body); }),
+              WSP_ERR_FAIL);
 }

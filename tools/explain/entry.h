@@ -3,7 +3,8 @@
 // prints it with --json.
 //
 // JSON shape of one entry (field names are stable; scripts may rely on
-// them, and the decode commands use the same names for the same things):
+// them (ctest wsptool_explain_block_json, wsptool_explain_push_tid_json), and
+// the decode commands use the same names for the same things):
 //
 //   {
 //     "offset":  12,                 // octet offset of the entry's first octet in the input

@@ -1,5 +1,5 @@
-// The calloc and free wrappers named by -Wl,--wrap (see failmalloc.h).
-#include "failmalloc.h"
+// The calloc and free wrappers named by -Wl,--wrap (see failmalloc_support.h).
+#include "failmalloc_support.h"
 
 #include <cstdint>
 #include <cstdlib>
