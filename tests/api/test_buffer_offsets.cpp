@@ -10,7 +10,6 @@
 #include <string>
 
 #include "api_support.h"
-#include "buffer_offset_sweep.h"
 #include "tarnwspencdec.h"
 #include "wsp_test_support.h"
 

@@ -1,11 +1,10 @@
 // Every internal buffer-style writer seen through an output whose offset is
-// not zero (the sweep is described in buffer_offset_sweep.h).
+// not zero (the sweep is described in wsp_test_support.h).
 #include <gtest/gtest.h>
 
 #include <cstdint>
 #include <string>
 
-#include "buffer_offset_sweep.h"
 #include "decode/decode.h"
 #include "encode/encode.h"
 #include "encode/encoder_support.h"
