@@ -25,6 +25,7 @@ constexpr uint32_t kViewMark = 0x7767C0DEu;
 
 bool is_view(const wsp_buffer *out) { return out != nullptr && out->reserved == kViewMark; }
 
+// The same hash as wsp_line_index_key gives.
 uint32_t name_hash(const uint8_t *p, uint16_t n) {
     uint32_t h = 2166136261u;
     for (uint16_t i = 0; i < n; ++i) h = (h ^ p[i]) * 16777619u;
@@ -191,16 +192,26 @@ bool wsp_line_index_keeps_lines(const uint8_t *p, size_t n) {
     return !quotes || wsp_line_index_quotes_closed(p, 0, static_cast<uint16_t>(n));
 }
 
-uint32_t wsp_line_index_hash(const char *name, uint16_t n) {
-    return name_hash(reinterpret_cast<const uint8_t *>(name), n);
-}
+namespace {
 
-bool wsp_line_index_name_usable(const char *name, uint16_t n) {
+// Octets that end a line or a name where the walk cuts them.
+struct cut_octets {
+    bool at[256] = {};
+    constexpr cut_octets() { at[':'] = at['\n'] = at['"'] = true; }
+};
+constexpr cut_octets kCutOctets;
+
+} // namespace
+
+bool wsp_line_index_key(const char *name, uint16_t n, uint32_t *hash) {
     if (n == 0) return false;
+    uint32_t h = 2166136261u;
     for (uint16_t i = 0; i < n; ++i) {
         const uint8_t c = static_cast<uint8_t>(name[i]);
-        if (c == ':' || c == '\n' || c == '"') return false;
+        if (kCutOctets.at[c]) return false;
+        h = (h ^ c) * 16777619u;
     }
+    *hash = h ^ (h >> 15);
     return true;
 }
 
@@ -213,7 +224,7 @@ const uint8_t *wsp_text_find(const uint8_t *text, size_t end, const uint8_t *nee
     while (p <= last) {
         p = static_cast<const uint8_t *>(std::memchr(p, first, static_cast<size_t>(last - p) + 1));
         if (p == nullptr) return nullptr;
-        if (std::memcmp(p + 1, needle + 1, n - 1) == 0) return p;
+        if (p[n - 1] == needle[n - 1] && std::memcmp(p + 1, needle + 1, n - 1) == 0) return p;
         ++p;
     }
     return nullptr;

@@ -80,13 +80,10 @@ struct wsp_indexed_line {
     uint16_t name_stop;
 };
 
-// The hash the index files a name under.
-uint32_t wsp_line_index_hash(const char *name, uint16_t n);
-
-// True when `name` can be looked up and filed as it is: not empty, and no
-// colon, line feed or quotation mark in it (the walk would cut it
-// elsewhere).
-bool wsp_line_index_name_usable(const char *name, uint16_t n);
+// True when `name` can be looked up and filed as it is (not empty, and no
+// colon, line feed or quotation mark in it, where the walk would cut it
+// elsewhere), with *hash the hash the index files it under.
+bool wsp_line_index_key(const char *name, uint16_t n, uint32_t *hash);
 
 // Finds the first line whose name is the n octets at `name` (a usable name,
 // `hash` its hash): true and the line in *line, or false when no line has

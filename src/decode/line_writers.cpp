@@ -210,10 +210,10 @@ bool add_indexed(wsp_line_index *ix, wsp_buffer *out, const char *name, const ch
     const uint16_t size = out->size;
     const uint16_t name_len = text_length(name);
     const uint16_t value_len = text_length(value);
+    uint32_t hash = 0;
     if (!sum_fits(out->length, name_len, value_len) || out->length < ix->end ||
-        !wsp_line_index_name_usable(name, name_len))
+        !wsp_line_index_key(name, name_len, &hash))
         return false;
-    const uint32_t hash = wsp_line_index_hash(name, name_len);
 
     wsp_indexed_line line;
     if (out->length != 0 && wsp_line_index_find(ix, text, name, name_len, hash, &line)) {
@@ -257,7 +257,8 @@ bool add_raw_indexed(wsp_line_index *ix, wsp_buffer *out, const char *name, cons
                      int *status) {
     uint8_t *text = out->data;
     const uint16_t name_len = text_length(name);
-    if (!wsp_line_index_name_usable(name, name_len) || !sum_fits(out->length, name_len, size) ||
+    uint32_t hash = 0;
+    if (!wsp_line_index_key(name, name_len, &hash) || !sum_fits(out->length, name_len, size) ||
         out->length < ix->end)
         return false;
 
@@ -294,7 +295,7 @@ bool add_raw_indexed(wsp_line_index *ix, wsp_buffer *out, const char *name, cons
         *status = kWspErrTruncated;
         return true;
     }
-    append_indexed_line(ix, text, out->size, name, name_len, wsp_line_index_hash(name, name_len), value, size);
+    append_indexed_line(ix, text, out->size, name, name_len, hash, value, size);
     out->length = static_cast<uint16_t>(out->length + name_len + size + 2);
     *status = kWspOk;
     return true;
@@ -392,7 +393,15 @@ int wsp_append_header_line(wsp_buffer *out, const char *name, const char *value)
     const uint32_t at = wsp_buffer_tail_index(out);
     const uint32_t colon = at + name_len;
     const uint32_t newline = colon + 1 + value_len;
-    if (!wsp_buffer_store_run(out, at, reinterpret_cast<const uint8_t *>(name), name_len) ||
+    if (newline + 1 < wsp_buffer_end_index(out)) {
+        // The whole line and its NUL lie inside the writable region.
+        uint8_t *data = out->data;
+        std::memcpy(data + at, name, name_len);
+        data[colon] = ':';
+        std::memcpy(data + colon + 1, value, value_len);
+        data[newline] = '\n';
+        data[newline + 1] = 0;
+    } else if (!wsp_buffer_store_run(out, at, reinterpret_cast<const uint8_t *>(name), name_len) ||
         !wsp_buffer_store(out, colon, ':') ||
         !wsp_buffer_store_run(out, colon + 1, reinterpret_cast<const uint8_t *>(value), value_len) ||
         !wsp_buffer_store(out, newline, '\n') || !wsp_buffer_store_at_end(out, newline + 1, 0)) {
@@ -409,8 +418,9 @@ int wsp_append_header_line(wsp_buffer *out, const char *name, const char *value)
         // the NUL of a raw writer's counted octet is not part of the text.
         if (before == ix->end) {
             const uint16_t new_end = static_cast<uint16_t>(ix->end + name_len + value_len + 2);
-            if (wsp_line_index_name_usable(name, name_len)) {
-                wsp_line_index_appended_line(ix, out->data, name_len, wsp_line_index_hash(name, name_len), new_end);
+            uint32_t hash = 0;
+            if (wsp_line_index_key(name, name_len, &hash)) {
+                wsp_line_index_appended_line(ix, out->data, name_len, hash, new_end);
             } else {
                 wsp_line_index_appended(ix, out->data, new_end);
             }
