@@ -19,13 +19,12 @@ namespace {
 template <typename CharTest>
 int read_terminated(const uint8_t *src, char *out, uint16_t remaining, uint16_t capacity, CharTest allowed,
                     uint16_t *used) {
-    for (uint16_t i = 0;; i = static_cast<uint16_t>(i + 1)) {
-        if (i >= capacity) return kWspErrTruncated;
-        if (i >= remaining) {
-            if (out != nullptr) out[i] = '\0';
-            return kWspErrFail;
-        }
-        uint8_t c = src[i];
+    // Below both bounds every octet is read; at the first bound reached the
+    // capacity is tested before the end of the input.
+    const uint16_t limit = remaining < capacity ? remaining : capacity;
+    uint16_t i = 0;
+    for (; i < limit; i = static_cast<uint16_t>(i + 1)) {
+        const uint8_t c = src[i];
         if (c == 0) {
             if (out != nullptr) out[i] = '\0';
             *used = static_cast<uint16_t>(i + 1);
@@ -37,6 +36,9 @@ int read_terminated(const uint8_t *src, char *out, uint16_t remaining, uint16_t 
         }
         if (out != nullptr) out[i] = static_cast<char>(c);
     }
+    if (i >= capacity) return kWspErrTruncated;
+    if (out != nullptr) out[i] = '\0';
+    return kWspErrFail;
 }
 
 bool valid_cursor(const uint8_t *const *cursor) { return cursor != nullptr && *cursor != nullptr; }
