@@ -328,3 +328,40 @@ TEST(LineIndex, LargeBlocksOfDistinctAndRepeatedNames) {
         ASSERT_EQ(exact.buffer, fast.buffer);
     }
 }
+
+namespace {
+
+const uint8_t *find_in(const std::string &text, const std::string &needle) {
+    return wsp_text_find(reinterpret_cast<const uint8_t *>(text.data()), text.size(),
+                         reinterpret_cast<const uint8_t *>(needle.data()), needle.size());
+}
+
+long found_at(const std::string &text, const std::string &needle) {
+    const uint8_t *p = find_in(text, needle);
+    return p == nullptr ? -1 : static_cast<long>(p - reinterpret_cast<const uint8_t *>(text.data()));
+}
+
+} // namespace
+
+TEST(TextFind, FirstOccurrenceAnywhere) {
+    EXPECT_EQ(found_at("x-wap-application-id:x-wap-application:mms.ua\n", "application"), 6);
+    EXPECT_EQ(found_at("push-flag:1\npush-flag:0\n", "push-flag"), 0);
+    EXPECT_EQ(found_at("aab:aac\n", "ac"), 5);
+    EXPECT_EQ(found_at("ab", "b"), 1);
+}
+
+TEST(TextFind, CandidatesWithTheFirstButNotTheLastOctetAreSkipped) {
+    EXPECT_EQ(found_at("pushpushpushpush-flag", "push-flag"), 12);
+    EXPECT_EQ(found_at("pppppppp", "pq"), -1);
+}
+
+TEST(TextFind, NeedleAtTheVeryEndAndLongerThanTheText) {
+    EXPECT_EQ(found_at("abc", "bc"), 1);
+    EXPECT_EQ(found_at("abc", "abcd"), -1);
+    EXPECT_EQ(found_at("", "a"), -1);
+}
+
+TEST(TextFind, EmptyNeedleFindsTheStart) {
+    EXPECT_EQ(found_at("abc", ""), 0);
+    EXPECT_EQ(found_at("", ""), 0);
+}
