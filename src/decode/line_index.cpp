@@ -194,12 +194,11 @@ bool wsp_line_index_keeps_lines(const uint8_t *p, size_t n) {
 
 namespace {
 
-// Octets that end a line or a name where the walk cuts them.
-struct cut_octets {
-    bool at[256] = {};
-    constexpr cut_octets() { at[':'] = at['\n'] = at['"'] = true; }
-};
-constexpr cut_octets kCutOctets;
+// Octets that end a line or a name where the walk cuts them (all below
+// 64): line feed, quotation mark and colon, one bit each.
+constexpr uint64_t kCutOctets = (1ull << '\n') | (1ull << '"') | (1ull << ':');
+
+bool cuts(uint8_t c) { return c < 64 && ((kCutOctets >> c) & 1u) != 0; }
 
 } // namespace
 
@@ -208,7 +207,7 @@ bool wsp_line_index_key(const char *name, uint16_t n, uint32_t *hash) {
     uint32_t h = 2166136261u;
     for (uint16_t i = 0; i < n; ++i) {
         const uint8_t c = static_cast<uint8_t>(name[i]);
-        if (kCutOctets.at[c]) return false;
+        if (cuts(c)) return false;
         h = (h ^ c) * 16777619u;
     }
     *hash = h ^ (h >> 15);
