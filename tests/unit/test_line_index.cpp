@@ -165,26 +165,34 @@ TEST(LineIndex, OnlyAMarkedViewCarriesAnIndex) {
     EXPECT_EQ(b->reserved, 0u);
 }
 
-TEST(LineIndex, QuotedValuesClosedInTheirLineKeepTheIndex) {
-    OutBuffer b(64);
+namespace {
+
+// An output buffer written through a view that carries its index.
+struct IndexedView {
+    OutBuffer b;
     wsp_indexed_output io;
-    wsp_indexed_output_start(&io, b.get(), true);
-    ASSERT_EQ(wsp_add_header_line(&io.view, "etag", "\"a:b\""), WSP_OK);
-    ASSERT_EQ(wsp_add_header_line(&io.view, "x", "1"), WSP_OK);
-    ASSERT_EQ(wsp_add_header_line(&io.view, "etag", "\"c\""), WSP_OK);
-    EXPECT_NE(wsp_line_index_of(&io.view), nullptr);
-    EXPECT_EQ(b.text(), "etag:\"a:b\",\"c\"\nx:1\n");
-    EXPECT_EQ(io.view.length, 19);
+    explicit IndexedView(uint16_t size) : b(size) { wsp_indexed_output_start(&io, b.get(), true); }
+    wsp_buffer *view() { return &io.view; }
+};
+
+} // namespace
+
+TEST(LineIndex, QuotedValuesClosedInTheirLineKeepTheIndex) {
+    IndexedView v(64);
+    ASSERT_EQ(wsp_add_header_line(v.view(), "etag", "\"a:b\""), WSP_OK);
+    ASSERT_EQ(wsp_add_header_line(v.view(), "x", "1"), WSP_OK);
+    ASSERT_EQ(wsp_add_header_line(v.view(), "etag", "\"c\""), WSP_OK);
+    EXPECT_NE(wsp_line_index_of(v.view()), nullptr);
+    EXPECT_EQ(v.b.text(), "etag:\"a:b\",\"c\"\nx:1\n");
+    EXPECT_EQ(v.view()->length, 19);
 }
 
 TEST(LineIndex, AMarkRightAfterAClosingMarkIsOrdinary) {
     // In "a""b" the third mark follows a closing one, so the fourth has no
     // partner in its line: the walk would look for one in later lines.
-    OutBuffer b(64);
-    wsp_indexed_output io;
-    wsp_indexed_output_start(&io, b.get(), true);
-    ASSERT_EQ(wsp_add_header_line(&io.view, "x", "\"a\"\"b\""), WSP_OK);
-    EXPECT_EQ(wsp_line_index_of(&io.view), nullptr);
+    IndexedView v(64);
+    ASSERT_EQ(wsp_add_header_line(v.view(), "x", "\"a\"\"b\""), WSP_OK);
+    EXPECT_EQ(wsp_line_index_of(v.view()), nullptr);
     EXPECT_TRUE(wsp_line_index_quotes_closed(reinterpret_cast<const uint8_t *>("\"a\"b\"c\""), 0, 7));
     EXPECT_FALSE(wsp_line_index_quotes_closed(reinterpret_cast<const uint8_t *>("\"a\"\"b\""), 0, 6));
 }
@@ -193,28 +201,24 @@ TEST(LineIndex, RawNameFoundInsideAQuotedSectionTakesTheWalk) {
     // Cut from the name found inside the quotes, the closing mark opens a
     // section that reaches the next line's marks.
     OutBuffer exact(128);
-    OutBuffer fast(128);
-    wsp_indexed_output io;
-    wsp_indexed_output_start(&io, fast.get(), true);
+    IndexedView fast(128);
     const uint8_t raw[] = {0x85};
-    for (wsp_buffer *out : {exact.get(), &io.view}) {
+    for (wsp_buffer *out : {exact.get(), fast.view()}) {
         ASSERT_EQ(wsp_add_header_line(out, "etag", "\"ab\""), WSP_OK);
         ASSERT_EQ(wsp_add_header_line(out, "x", "\"c\""), WSP_OK);
         ASSERT_EQ(wsp_add_raw_header_line(out, "ab", raw, 1), WSP_OK);
     }
-    EXPECT_EQ(wsp_line_index_of(&io.view), nullptr);
-    EXPECT_EQ(exact->length, io.view.length);
-    EXPECT_EQ(exact.text(), fast.text());
+    EXPECT_EQ(wsp_line_index_of(fast.view()), nullptr);
+    EXPECT_EQ(exact->length, fast.view()->length);
+    EXPECT_EQ(exact.text(), fast.b.text());
 }
 
 TEST(LineIndex, QuoteInTheTextSwitchesTheIndexOff) {
-    OutBuffer b(64);
-    wsp_indexed_output io;
-    wsp_indexed_output_start(&io, b.get(), true);
-    ASSERT_EQ(wsp_add_header_line(&io.view, "etag", "\"abc"), WSP_OK);
-    EXPECT_EQ(wsp_line_index_of(&io.view), nullptr);
-    EXPECT_EQ(wsp_add_header_line(&io.view, "etag", "d"), WSP_OK);
-    EXPECT_EQ(b.text(), "etag:\"abc,d\n");
+    IndexedView v(64);
+    ASSERT_EQ(wsp_add_header_line(v.view(), "etag", "\"abc"), WSP_OK);
+    EXPECT_EQ(wsp_line_index_of(v.view()), nullptr);
+    EXPECT_EQ(wsp_add_header_line(v.view(), "etag", "d"), WSP_OK);
+    EXPECT_EQ(v.b.text(), "etag:\"abc,d\n");
 }
 
 TEST(LineIndex, FullTableFindsLaterLinesByScanning) {
