@@ -183,13 +183,9 @@ bool wsp_line_index_quotes_closed(const uint8_t *text, uint16_t from, uint16_t t
 }
 
 bool wsp_line_index_keeps_lines(const uint8_t *p, size_t n) {
-    bool quotes = false;
-    for (size_t i = 0; i < n; ++i) {
-        if (p[i] == 0 || p[i] == '\n') return false;
-        quotes = quotes || p[i] == '"';
-    }
+    if (std::memchr(p, '\n', n) != nullptr || std::memchr(p, 0, n) != nullptr) return false;
     // A run is at most a header value: its positions fit 16 bits.
-    return !quotes || wsp_line_index_quotes_closed(p, 0, static_cast<uint16_t>(n));
+    return wsp_line_index_quotes_closed(p, 0, static_cast<uint16_t>(n));
 }
 
 namespace {
