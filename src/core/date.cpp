@@ -160,50 +160,36 @@ int wsp_date_fields_text(const wsp_date_fields *fields, char *out) {
     return t.full() ? 0 : 1;
 }
 
-// The intermediate text is cut into its five words and put back together
-// in HTTP-date order: "Sun, 05 Nov 1994 08:49:37 GMT".
+// "Sun, 05 Nov 1994 08:49:37 GMT": the words of the intermediate text
+// above ("Sun Nov 05 08:49:37 1994") in HTTP-date order, built straight
+// from the fields.  The intermediate day is always two digits, so it never
+// needs the "0" that a one-character day would get, and none of its words
+// holds a space, so cutting it at spaces gives back exactly these words.
+// The text is 29 characters, far below the limit; fields that name no day
+// or month fail as the intermediate text does.
 int wsp_date_value_text(uint32_t seconds, char *out) {
     if (out == nullptr) return kWspErrFail;
-    char work[WSP_TEXT_CAPACITY] = {};
     wsp_time_value value = {seconds, 0};
     wsp_date_fields fields;
     std::memset(&fields, 0, sizeof fields);
     wsp_date_to_fields(&value, &fields);
-    if (wsp_date_fields_text(&fields, work) == 0) return kWspErrFail;
-    size_t n = std::strlen(work);
-    if (n >= WSP_TEXT_CAPACITY) return kWspErrFail;
-    if (n > 0 && work[n - 1] == '\n') work[n - 1] = '\0';
+    if (fields.weekday >= 7 || fields.month == 0 || fields.month >= 13) return kWspErrFail;
 
-    char *pos = work;
-    char *words[5];
-    for (char *&w : words) {
-        w = wsp_strtoken(&pos, " ");
-        // The intermediate text always has five words; one missing would be
-        // a broken text, refused rather than read through a null pointer.
-        if (w == nullptr) return kWspErrFail;
-    }
-    char *const day_name = words[0];
-    char *const month = words[1];
-    char *const day = words[2];
-    char *const time_of_day = words[3];
-    char *const year = words[4];
-
-    char result[WSP_TEXT_CAPACITY];
-    DateText t(result);
-    t.add(day_name);
+    DateText t(out);
+    t.add_capitalised(wsp_day_names[fields.weekday]);
     t.add(", ");
-    if (std::strlen(day) == 1) t.put('0');
-    t.add(day);
+    t.add_two_digits(fields.day);
     t.put(' ');
-    t.add(month);
+    t.add_capitalised(wsp_month_names[fields.month - 1]);
     t.put(' ');
-    t.add(year);
+    t.add_number(fields.year);
     t.put(' ');
-    t.add(time_of_day);
-    t.put(' ');
-    t.add("GMT");
-    if (t.full()) return kWspErrFail;
-    std::memcpy(out, result, t.len + 1u);
+    t.add_two_digits(fields.hour);
+    t.put(':');
+    t.add_two_digits(fields.minute);
+    t.put(':');
+    t.add_two_digits(fields.second);
+    t.add(" GMT");
     return kWspOk;
 }
 

@@ -11,22 +11,20 @@
 
 namespace {
 
-using CharTest = bool (*)(uint8_t);
-
 // The loop shared by the Token-text and Text-string readers: octets of
 // `src` are copied to out until a NUL.  -216 when out fills before the NUL
 // (out left unterminated), -214 for a refused octet or the end of the
 // input.  On success *used is the number of octets consumed, NUL included.
 // A null `out` checks the text with the same results and copies nothing.
+template <typename CharTest>
 int read_terminated(const uint8_t *src, char *out, uint16_t remaining, uint16_t capacity, CharTest allowed,
                     uint16_t *used) {
-    for (uint16_t i = 0;; i = static_cast<uint16_t>(i + 1)) {
-        if (i >= capacity) return kWspErrTruncated;
-        if (i >= remaining) {
-            if (out != nullptr) out[i] = '\0';
-            return kWspErrFail;
-        }
-        uint8_t c = src[i];
+    // Below both bounds every octet is read; at the first bound reached the
+    // capacity is tested before the end of the input.
+    const uint16_t limit = remaining < capacity ? remaining : capacity;
+    uint16_t i = 0;
+    for (; i < limit; i = static_cast<uint16_t>(i + 1)) {
+        const uint8_t c = src[i];
         if (c == 0) {
             if (out != nullptr) out[i] = '\0';
             *used = static_cast<uint16_t>(i + 1);
@@ -38,6 +36,9 @@ int read_terminated(const uint8_t *src, char *out, uint16_t remaining, uint16_t 
         }
         if (out != nullptr) out[i] = static_cast<char>(c);
     }
+    if (i >= capacity) return kWspErrTruncated;
+    if (out != nullptr) out[i] = '\0';
+    return kWspErrFail;
 }
 
 bool valid_cursor(const uint8_t *const *cursor) { return cursor != nullptr && *cursor != nullptr; }
@@ -68,7 +69,8 @@ int text_string(const uint8_t **cursor, char *out, const char **text, uint16_t r
     // inside them too (otherwise the octet just past the input would be
     // examined).
     uint16_t used = 0;
-    int status = read_terminated(p, out, static_cast<uint16_t>(remaining - skipped), capacity, wsp_is_text_char, &used);
+    int status = read_terminated(p, out, static_cast<uint16_t>(remaining - skipped), capacity,
+                                 [](uint8_t c) { return wsp_is_text_char(c); }, &used);
     if (status != kWspOk) return status;
     if (text != nullptr) *text = reinterpret_cast<const char *>(p);
     *cursor += skipped + used;
@@ -109,7 +111,8 @@ int wsp_read_long_int(const uint8_t **cursor, uint32_t *value, uint16_t remainin
 int wsp_read_token_text(const uint8_t **cursor, char *out, uint16_t remaining, uint16_t capacity) {
     if (!valid_cursor(cursor) || out == nullptr) return kWspErrFail;
     uint16_t used = 0;
-    int status = read_terminated(*cursor, out, remaining, capacity, wsp_is_token_char, &used);
+    int status = read_terminated(*cursor, out, remaining, capacity,
+                                 [](uint8_t c) { return wsp_is_token_char(c); }, &used);
     if (status == kWspOk) *cursor += used;
     return status;
 }

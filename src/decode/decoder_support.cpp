@@ -3,6 +3,7 @@
 
 #include <cstring>
 
+#include "line_index.h"
 #include "primitives.h"
 #include "tables.h"
 
@@ -32,14 +33,8 @@ int wsp_read_small_long_code(const uint8_t **cursor, uint16_t remaining, uint32_
 
 bool wsp_output_mentions(const wsp_buffer *out, const char *name) {
     if (out == nullptr || out->data == nullptr || name == nullptr) return false;
-    const char *text = reinterpret_cast<const char *>(out->data);
-    size_t text_len = strnlen(text, out->size);
-    size_t name_len = std::strlen(name);
-    if (name_len == 0) return true;
-    if (name_len > text_len) return false;
-    for (size_t i = 0; i + name_len <= text_len; ++i)
-        if (std::memcmp(text + i, name, name_len) == 0) return true;
-    return false;
+    const size_t text_len = strnlen(reinterpret_cast<const char *>(out->data), out->size);
+    return wsp_text_find(out->data, text_len, reinterpret_cast<const uint8_t *>(name), std::strlen(name)) != nullptr;
 }
 
 int wsp_write_value_line(uint32_t code, const char *text, wsp_buffer *out, wsp_line_writer writer,

@@ -11,11 +11,12 @@
 //
 // The index describes the text exactly only while the text is one whose
 // lines and names the quote-aware walk would cut exactly where a plain scan
-// cuts them: no quotation mark anywhere, no NUL before the end, a line feed
-// at the end, `offset` 0 and `length` not below the text's end.  The moment
-// a write would leave that shape (or its outcome depends on something the
-// index does not hold), the writer takes the exact walk and the index is
-// switched off for the rest of the call.
+// cuts them: every quotation mark of a line closed inside that line (as the
+// walk pairs them) and none in a line's name, no NUL before the end, a line
+// feed at the end, `offset` 0 and `length` not below the text's end.  The
+// moment a write would leave that shape (or its outcome depends on
+// something the index does not hold), the writer takes the exact walk and
+// the index is switched off for the rest of the call.
 #ifndef WSP_DECODE_LINE_INDEX_H
 #define WSP_DECODE_LINE_INDEX_H
 
@@ -43,7 +44,8 @@ struct wsp_line_index {
     uint16_t overflow = 0; // start of the first line left out of the table (when full)
     uint16_t mask = 0;     // slots in use - 1 (a power of two minus one)
     uint16_t names = 0;    // occupied slots
-    // Start of the first line carrying a name, plus one; 0 is an empty slot.
+    // Where the name of the first line carrying it starts, plus one; 0 is
+    // an empty slot.
     // Only the slots up to `mask` are ever read, and they are cleared as
     // they come into use, so the array is left uninitialised.
     uint16_t slot[kSlots];
@@ -78,14 +80,27 @@ struct wsp_indexed_line {
     uint16_t name_stop;
 };
 
-// Finds the first line whose name is the n octets at `name`: true and the
-// line in *line, or false when no line has that name.
+// True when `name` can be looked up and filed as it is (not empty, and no
+// colon, line feed or quotation mark in it, where the walk would cut it
+// elsewhere), with *hash the hash the index files it under.
+bool wsp_line_index_key(const char *name, uint16_t n, uint32_t *hash);
+
+// Finds the first line whose name is the n octets at `name` (a usable name,
+// `hash` its hash): true and the line in *line, or false when no line has
+// that name.
 bool wsp_line_index_find(const wsp_line_index *ix, const uint8_t *text, const char *name, uint16_t n,
-                         wsp_indexed_line *line);
+                         uint32_t hash, wsp_indexed_line *line);
 
 // The text [ix->end, new_end) was appended: its lines join the index.  A
-// quotation mark switches the index off.
+// line the walk would cut differently switches the index off.
 void wsp_line_index_appended(wsp_line_index *ix, const uint8_t *text, uint16_t new_end);
+
+// The line "name:value\n" was written at ix->end, its line feed the octet
+// before new_end (a usable name, `hash` its hash, the value holding no
+// NUL).  The line joins the index, or the index is switched off when the
+// walk would cut the line differently.
+void wsp_line_index_appended_line(wsp_line_index *ix, const uint8_t *text, uint16_t name_len, uint32_t hash,
+                                  uint16_t new_end);
 
 // `grown` octets were inserted into the text at `at` (the end of a line
 // that keeps its name): later lines move on.
@@ -94,8 +109,17 @@ void wsp_line_index_inserted(wsp_line_index *ix, uint16_t at, uint16_t grown);
 // The text became empty (a writer wrote a NUL at its first octet).
 void wsp_line_index_clear(wsp_line_index *ix);
 
-// True when none of the n octets at p would change where a line or a name
-// ends: no NUL, line feed or quotation mark.
-bool wsp_line_index_plain(const uint8_t *p, size_t n);
+// True when the n octets at p, joined to the end of a line, leave every
+// line and name where it was: no NUL or line feed, and every quotation
+// mark closed inside them as the walk pairs them.
+bool wsp_line_index_keeps_lines(const uint8_t *p, size_t n);
+
+// True when the walk that cuts a line from `from` would cut it at the line
+// feed at `to`: every quotation mark in [from, to) closed inside it.
+bool wsp_line_index_quotes_closed(const uint8_t *text, uint16_t from, uint16_t to);
+
+// The first occurrence of the n octets at `needle` in text[0..end), or
+// nullptr (n = 0 finds the text's start).
+const uint8_t *wsp_text_find(const uint8_t *text, size_t end, const uint8_t *needle, size_t n);
 
 #endif

@@ -28,6 +28,10 @@ uint16_t bounded_length(const uint8_t *text, uint16_t cap) {
 
 uint16_t text_length(const char *s) { return static_cast<uint16_t>(std::strlen(s)); }
 
+// "none" is never combined with another range unit on this header's line.
+constexpr const char kAcceptRanges[] = "accept-ranges";
+constexpr uint16_t kAcceptRangesLength = sizeof kAcceptRanges - 1;
+
 // True when the n octets at p spell exactly `word`.
 bool span_is(const uint8_t *p, uint32_t n, const char *word) {
     return n == std::strlen(word) && std::memcmp(p, word, n) == 0;
@@ -168,15 +172,18 @@ bool sum_fits(uint32_t a, uint32_t b, uint32_t c) { return a + b + c + 2u <= 0xF
 // Writes "name:value\n" (value octets up to the first 0x00 of `value_len`)
 // at the text's end and hands the new line to the index.
 void append_indexed_line(wsp_line_index *ix, uint8_t *text, uint16_t size, const char *name, uint16_t name_len,
-                         const uint8_t *value, uint16_t value_len) {
+                         uint32_t hash, const uint8_t *value, uint16_t value_len) {
     uint16_t w = ix->end;
     std::memcpy(text + w, name, name_len);
     w = static_cast<uint16_t>(w + name_len);
     text[w++] = ':';
-    for (uint16_t k = 0; k < value_len && value[k] != 0; ++k) text[w++] = value[k];
+    const void *zero = std::memchr(value, 0, value_len);
+    const uint16_t n = zero != nullptr ? static_cast<uint16_t>(static_cast<const uint8_t *>(zero) - value) : value_len;
+    std::memcpy(text + w, value, n);
+    w = static_cast<uint16_t>(w + n);
     text[w++] = '\n';
     if (w < size) text[w] = 0;
-    wsp_line_index_appended(ix, text, w);
+    wsp_line_index_appended_line(ix, text, name_len, hash, w);
 }
 
 // Joins "," and the value to the end of `line` (which keeps its name),
@@ -203,13 +210,16 @@ bool add_indexed(wsp_line_index *ix, wsp_buffer *out, const char *name, const ch
     const uint16_t size = out->size;
     const uint16_t name_len = text_length(name);
     const uint16_t value_len = text_length(value);
-    if (!sum_fits(out->length, name_len, value_len) || out->length < ix->end) return false;
+    uint32_t hash = 0;
+    if (!sum_fits(out->length, name_len, value_len) || out->length < ix->end ||
+        !wsp_line_index_key(name, name_len, &hash))
+        return false;
 
     wsp_indexed_line line;
-    if (out->length != 0 && wsp_line_index_find(ix, text, name, name_len, &line)) {
+    if (out->length != 0 && wsp_line_index_find(ix, text, name, name_len, hash, &line)) {
         // A line without a colon would take the new value into its name.
         if (line.name_stop == line.stop ||
-            !wsp_line_index_plain(reinterpret_cast<const uint8_t *>(value), value_len))
+            !wsp_line_index_keeps_lines(reinterpret_cast<const uint8_t *>(value), value_len))
             return false;
         if (static_cast<uint16_t>(out->length + value_len + 1) >= size) {
             leave_split(ix, text, line);
@@ -217,7 +227,7 @@ bool add_indexed(wsp_line_index *ix, wsp_buffer *out, const char *name, const ch
             return true;
         }
         const uint16_t old_value = static_cast<uint16_t>(line.name_stop + 1);
-        if (std::strcmp(name, "accept-ranges") == 0 &&
+        if (name_len == kAcceptRangesLength && std::memcmp(name, kAcceptRanges, kAcceptRangesLength) == 0 &&
             (std::strcmp(value, "none") == 0 || span_is(text + old_value, line.stop - old_value, "none"))) {
             leave_split(ix, text, line);
             *status = kWspErrFail;
@@ -237,36 +247,22 @@ bool add_indexed(wsp_line_index *ix, wsp_buffer *out, const char *name, const ch
         *status = kWspErrTruncated;
         return true;
     }
-    append_indexed_line(ix, text, size, name, name_len, reinterpret_cast<const uint8_t *>(value), value_len);
+    append_indexed_line(ix, text, size, name, name_len, hash, reinterpret_cast<const uint8_t *>(value), value_len);
     out->length = ix->end;
     *status = kWspOk;
     return true;
-}
-
-// First occurrence of the n octets of `name` in text[0..end).
-const uint8_t *find_octets(const uint8_t *text, uint16_t end, const char *name, uint16_t n) {
-    if (n > end) return nullptr;
-    const uint8_t first = static_cast<uint8_t>(name[0]);
-    const uint8_t *p = text;
-    const uint8_t *last = text + (end - n);
-    while (p <= last) {
-        p = static_cast<const uint8_t *>(std::memchr(p, first, static_cast<size_t>(last - p) + 1));
-        if (p == nullptr) return nullptr;
-        if (std::memcmp(p, name, n) == 0) return p;
-        ++p;
-    }
-    return nullptr;
 }
 
 bool add_raw_indexed(wsp_line_index *ix, wsp_buffer *out, const char *name, const uint8_t *value, uint16_t size,
                      int *status) {
     uint8_t *text = out->data;
     const uint16_t name_len = text_length(name);
-    if (name_len == 0 || !wsp_line_index_plain(reinterpret_cast<const uint8_t *>(name), name_len) ||
-        !sum_fits(out->length, name_len, size) || out->length < ix->end)
+    uint32_t hash = 0;
+    if (!wsp_line_index_key(name, name_len, &hash) || !sum_fits(out->length, name_len, size) ||
+        out->length < ix->end)
         return false;
 
-    const uint8_t *found = find_octets(text, ix->end, name, name_len);
+    const uint8_t *found = wsp_text_find(text, ix->end, reinterpret_cast<const uint8_t *>(name), name_len);
     if (found != nullptr) {
         const uint16_t at = static_cast<uint16_t>(found - text);
         // The line the name was found in keeps its name only when that name
@@ -277,7 +273,9 @@ bool add_raw_indexed(wsp_line_index *ix, wsp_buffer *out, const char *name, cons
             static_cast<const uint8_t *>(std::memchr(text + at, '\n', static_cast<size_t>(ix->end - at))) - text);
         while (name_at < stop && text[name_at] == ':') ++name_at;
         if (std::memchr(text + name_at, ':', static_cast<size_t>(stop - name_at)) == nullptr) return false;
-        if (!wsp_line_index_plain(value, size)) return false;
+        // The line is cut from where the name was found: a quotation mark
+        // there may pair differently than it does from the line's start.
+        if (!wsp_line_index_quotes_closed(text, at, stop) || !wsp_line_index_keeps_lines(value, size)) return false;
         if (static_cast<uint16_t>(out->length + size + 1) >= out->size) {
             *status = kWspErrTruncated;
             return true;
@@ -297,7 +295,7 @@ bool add_raw_indexed(wsp_line_index *ix, wsp_buffer *out, const char *name, cons
         *status = kWspErrTruncated;
         return true;
     }
-    append_indexed_line(ix, text, out->size, name, name_len, value, size);
+    append_indexed_line(ix, text, out->size, name, name_len, hash, value, size);
     out->length = static_cast<uint16_t>(out->length + name_len + size + 2);
     *status = kWspOk;
     return true;
@@ -396,7 +394,15 @@ int wsp_append_header_line(wsp_buffer *out, const char *name, const char *value)
     const uint32_t at = wsp_buffer_tail_index(out);
     const uint32_t colon = at + name_len;
     const uint32_t newline = colon + 1 + value_len;
-    if (!wsp_buffer_store_run(out, at, reinterpret_cast<const uint8_t *>(name), name_len) ||
+    if (newline + 1 < wsp_buffer_end_index(out)) {
+        // The whole line and its NUL lie inside the writable region.
+        uint8_t *data = out->data;
+        std::memcpy(data + at, name, name_len);
+        data[colon] = ':';
+        std::memcpy(data + colon + 1, value, value_len);
+        data[newline] = '\n';
+        data[newline + 1] = 0;
+    } else if (!wsp_buffer_store_run(out, at, reinterpret_cast<const uint8_t *>(name), name_len) ||
         !wsp_buffer_store(out, colon, ':') ||
         !wsp_buffer_store_run(out, colon + 1, reinterpret_cast<const uint8_t *>(value), value_len) ||
         !wsp_buffer_store(out, newline, '\n') || !wsp_buffer_store_at_end(out, newline + 1, 0)) {
@@ -412,7 +418,13 @@ int wsp_append_header_line(wsp_buffer *out, const char *name, const char *value)
         // A line written at the text's end joins the index; one written past
         // the NUL of a raw writer's counted octet is not part of the text.
         if (before == ix->end) {
-            wsp_line_index_appended(ix, out->data, static_cast<uint16_t>(ix->end + name_len + value_len + 2));
+            const uint16_t new_end = static_cast<uint16_t>(ix->end + name_len + value_len + 2);
+            uint32_t hash = 0;
+            if (wsp_line_index_key(name, name_len, &hash)) {
+                wsp_line_index_appended_line(ix, out->data, name_len, hash, new_end);
+            } else {
+                wsp_line_index_appended(ix, out->data, new_end);
+            }
         } else if (before < ix->end) {
             ix->usable = false;
         }
@@ -446,13 +458,8 @@ int wsp_add_raw_header_line(wsp_buffer *out, const char *name, const uint8_t *va
     const uint16_t name_len = text_length(name);
 
     // Plain substring search over text[0..end).
-    int32_t found = -1;
-    for (uint32_t at = 0; at + name_len <= end; ++at) {
-        if (std::memcmp(text + at, name, name_len) == 0) {
-            found = static_cast<int32_t>(at);
-            break;
-        }
-    }
+    const uint8_t *hit = wsp_text_find(text, end, reinterpret_cast<const uint8_t *>(name), name_len);
+    const int32_t found = hit != nullptr ? static_cast<int32_t>(hit - text) : -1;
 
     if (found >= 0) {
         if (static_cast<uint16_t>(out->length + size + 1) >= out->size) return kWspErrTruncated;

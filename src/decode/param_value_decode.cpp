@@ -24,7 +24,13 @@ constexpr uint16_t kLastShortCodedContentRow = 69;
 constexpr uint8_t kHighestParamCode = 0x1D;
 constexpr size_t kNumberText = 16;
 
-void put_uint(char *out, uint32_t v) { std::snprintf(out, kNumberText, "%u", static_cast<unsigned>(v)); }
+// v in unsigned decimal, with its NUL.
+void put_uint(char *out, uint32_t v) {
+    char digits[kNumberText];
+    char *const end = digits + sizeof digits - 1;
+    const char *first = wsp_uint_to_text(v, end);
+    std::memcpy(out, first, static_cast<size_t>(end - first) + 1);
+}
 
 void append_uint(char *out, uint32_t v) { put_uint(out + std::strlen(out), v); }
 

@@ -34,22 +34,14 @@ extern "C" WSP_API int wsp_decode_body(wsp_bodybuf *source, wsp_body_result *out
     out->body.size = n;
 
     if (o != 0 && n != 0 && data != nullptr) {
-        // Moved front to back in pieces of o bytes, so that no piece's source
-        // overlaps its destination.  A last partial piece is followed by o
-        // zero bytes at data + n; when n is a multiple of o no zeros are
-        // written and the stale bytes after the run stay, expressly.  Both
-        // lie inside the o + n bytes the buffer held.
-        uint16_t moved = 0;
-        while (moved < n) {
-            const uint16_t left = static_cast<uint16_t>(n - moved);
-            if (left < o) {
-                std::memcpy(data + moved, data + o + moved, left);
-                std::memset(data + n, 0, o);
-                break;
-            }
-            std::memcpy(data + moved, data + o + moved, o);
-            moved = static_cast<uint16_t>(moved + o);
-        }
+        // The run moves to the front as if in pieces of o bytes, front to
+        // back: no piece's source overlaps its destination, so the result is
+        // one forward move.  A last partial piece is followed by o zero bytes
+        // at data + n; when n is a multiple of o no zeros are written and the
+        // stale bytes after the run stay, expressly.  Both lie inside the
+        // o + n bytes the buffer held.
+        std::memmove(data, data + o, n);
+        if (n % o != 0) std::memset(data + n, 0, o);
     }
     out->body.length = n;
     source->body = nullptr;

@@ -2,7 +2,9 @@
 // Run with TZ=UTC: the handset's local time is taken as GMT.
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <cstring>
 #include <string>
 
@@ -299,6 +301,42 @@ TEST(DateValueText, WritesOnlyTheTextAndItsNul) {
     ASSERT_EQ(wsp_date_value_text(0xFFFFFFFFu, a.get()), WSP_OK);
     EXPECT_EQ(a.text().size(), 29u);
     EXPECT_TRUE(a.untouched_after(30));
+}
+
+// The text is the intermediate form's five words put back in HTTP-date
+// order, in any zone (local time taken as GMT) and across its changes.
+TEST(DateValueText, IsTheIntermediateTextReorderedInEveryZone) {
+    const char *const zones[] = {"UTC", "America/New_York", "Asia/Kolkata", "Australia/Lord_Howe"};
+    const char *saved = std::getenv("TZ");
+    const std::string restore = saved != nullptr ? saved : "UTC";
+    for (const char *zone : zones) {
+        setenv("TZ", zone, 1);
+        tzset();
+        // Every 7,777,777 seconds plus a day's worth of steps around one DST change.
+        for (uint64_t s = 0; s <= 0xFFFFFFFFu; s += 7777777u) {
+            for (uint32_t step = 0; step < 4; ++step) {
+                const uint32_t seconds = static_cast<uint32_t>(s + step * 3599u);
+                wsp_time_value v = {seconds, 0};
+                wsp_date_fields f;
+                std::memset(&f, 0, sizeof f);
+                wsp_date_to_fields(&v, &f);
+                DateArea intermediate;
+                ASSERT_EQ(wsp_date_fields_text(&f, intermediate.get()), 1);
+                char words[5][16];
+                ASSERT_EQ(std::sscanf(intermediate.get(), "%15s %15s %15s %15s %15s", words[0], words[1], words[2],
+                                      words[3], words[4]),
+                          5);
+                std::string day = words[2];
+                if (day.size() == 1) day = "0" + day;
+                std::string expected = std::string(words[0]) + ", " + day + " " + words[1] + " " + words[4] + " " +
+                                       words[3] + " GMT";
+                ASSERT_EQ(value_text(seconds), expected) << zone << " " << seconds;
+            }
+        }
+    }
+    setenv("TZ", restore.c_str(), 1);
+    tzset();
+    EXPECT_EQ(value_text(784111777), "Sun, 06 Nov 1994 08:49:37 GMT");
 }
 
 TEST(DateValueText, NullOutputFails) { EXPECT_EQ(wsp_date_value_text(1, nullptr), WSP_ERR_FAIL); }

@@ -24,7 +24,8 @@ namespace {
 // Names that are prefixes, suffixes and substrings of one another, so that
 // the raw writer's search finds them inside other names and values.
 const char *const kNames[] = {"a", "ab", "b", "x-a", "x-ab", "accept-ranges", "bearer", "x", "ax-a", "user-agent"};
-const char *const kValues[] = {"1", "none", "bytes", "v", "ab", "x-a", "a:b", "", "q\"r", "m\nn", "long-value-0123"};
+const char *const kValues[] = {"1", "none", "bytes", "v", "ab", "x-a", "a:b", "", "q\"r", "m\nn", "long-value-0123",
+                               "\"ab\"", "a\"b\"c", "\"\"", "\"a\"\"b\"", "\"a\"b\"", "\"x-a:b\"", "\"m\nn\""};
 
 template <size_t N> const char *pick(std::mt19937 &rng, const char *const (&from)[N]) {
     return from[std::uniform_int_distribution<size_t>(0, N - 1)(rng)];
@@ -34,12 +35,12 @@ int below(std::mt19937 &rng, int n) { return std::uniform_int_distribution<int>(
 // A text already in the output before the writes: mostly well-formed
 // lines, sometimes with quotes, leading colons or line feeds, a line
 // without a colon or a last line without its line feed.
-// Values without a quotation mark or a line feed, which keep the index in
-// use.
+// Values whose quotation marks all close inside them and without a line
+// feed, which keep the index in use.
 const char *plain_value(std::mt19937 &rng) {
-    const char *value = pick(rng, kValues);
-    while (std::strpbrk(value, "\"\n") != nullptr) value = pick(rng, kValues);
-    return value;
+    static const char *const kKept[] = {"1", "none", "bytes", "v", "ab", "x-a", "a:b", "", "long-value-0123",
+                                        "\"ab\"", "a\"b\"c", "\"\"", "\"x-a:b\""};
+    return pick(rng, kKept);
 }
 
 std::string prefill(std::mt19937 &rng, bool rare = true) {
@@ -124,9 +125,10 @@ TEST(LineIndex, WritersMatchTheExactWalk) {
             } else {
                 // Raw values: a Short-integer, a short length form with a
                 // zero octet, or a text with a line feed.
-                static const uint8_t kRaw[][4] = {{0x85, 0, 0, 0}, {0x02, 0x00, 0x41, 0}, {'z', '\n', 'w', 0}};
-                int which = rare ? below(rng, 3) : 0;
-                uint16_t n = static_cast<uint16_t>(which == 0 ? 1 : 3);
+                static const uint8_t kRaw[][4] = {
+                    {0x85, 0, 0, 0}, {0x02, '"', 0x41, '"'}, {0x02, 0x00, 0x41, 0}, {'z', '\n', 'w', 0}, {'"', 0x41, 0, 0}};
+                int which = rare ? below(rng, 5) : below(rng, 2);
+                uint16_t n = static_cast<uint16_t>(which == 0 ? 1 : which == 1 ? 4 : which == 4 ? 2 : 3);
                 a = wsp_add_raw_header_line(p.exact.get(), name, kRaw[which], n);
                 b = wsp_add_raw_header_line(&p.io.view, name, kRaw[which], n);
             }
@@ -163,14 +165,60 @@ TEST(LineIndex, OnlyAMarkedViewCarriesAnIndex) {
     EXPECT_EQ(b->reserved, 0u);
 }
 
-TEST(LineIndex, QuoteInTheTextSwitchesTheIndexOff) {
-    OutBuffer b(64);
+namespace {
+
+// An output buffer written through a view that carries its index.
+struct IndexedView {
+    OutBuffer b;
     wsp_indexed_output io;
-    wsp_indexed_output_start(&io, b.get(), true);
-    ASSERT_EQ(wsp_add_header_line(&io.view, "etag", "\"abc"), WSP_OK);
-    EXPECT_EQ(wsp_line_index_of(&io.view), nullptr);
-    EXPECT_EQ(wsp_add_header_line(&io.view, "etag", "d"), WSP_OK);
-    EXPECT_EQ(b.text(), "etag:\"abc,d\n");
+    explicit IndexedView(uint16_t size) : b(size) { wsp_indexed_output_start(&io, b.get(), true); }
+    wsp_buffer *view() { return &io.view; }
+};
+
+} // namespace
+
+TEST(LineIndex, QuotedValuesClosedInTheirLineKeepTheIndex) {
+    IndexedView v(64);
+    ASSERT_EQ(wsp_add_header_line(v.view(), "etag", "\"a:b\""), WSP_OK);
+    ASSERT_EQ(wsp_add_header_line(v.view(), "x", "1"), WSP_OK);
+    ASSERT_EQ(wsp_add_header_line(v.view(), "etag", "\"c\""), WSP_OK);
+    EXPECT_NE(wsp_line_index_of(v.view()), nullptr);
+    EXPECT_EQ(v.b.text(), "etag:\"a:b\",\"c\"\nx:1\n");
+    EXPECT_EQ(v.view()->length, 19);
+}
+
+TEST(LineIndex, AMarkRightAfterAClosingMarkIsOrdinary) {
+    // In "a""b" the third mark follows a closing one, so the fourth has no
+    // partner in its line: the walk would look for one in later lines.
+    IndexedView v(64);
+    ASSERT_EQ(wsp_add_header_line(v.view(), "x", "\"a\"\"b\""), WSP_OK);
+    EXPECT_EQ(wsp_line_index_of(v.view()), nullptr);
+    EXPECT_TRUE(wsp_line_index_quotes_closed(reinterpret_cast<const uint8_t *>("\"a\"b\"c\""), 0, 7));
+    EXPECT_FALSE(wsp_line_index_quotes_closed(reinterpret_cast<const uint8_t *>("\"a\"\"b\""), 0, 6));
+}
+
+TEST(LineIndex, RawNameFoundInsideAQuotedSectionTakesTheWalk) {
+    // Cut from the name found inside the quotes, the closing mark opens a
+    // section that reaches the next line's marks.
+    OutBuffer exact(128);
+    IndexedView fast(128);
+    const uint8_t raw[] = {0x85};
+    for (wsp_buffer *out : {exact.get(), fast.view()}) {
+        ASSERT_EQ(wsp_add_header_line(out, "etag", "\"ab\""), WSP_OK);
+        ASSERT_EQ(wsp_add_header_line(out, "x", "\"c\""), WSP_OK);
+        ASSERT_EQ(wsp_add_raw_header_line(out, "ab", raw, 1), WSP_OK);
+    }
+    EXPECT_EQ(wsp_line_index_of(fast.view()), nullptr);
+    EXPECT_EQ(exact->length, fast.view()->length);
+    EXPECT_EQ(exact.text(), fast.b.text());
+}
+
+TEST(LineIndex, QuoteInTheTextSwitchesTheIndexOff) {
+    IndexedView v(64);
+    ASSERT_EQ(wsp_add_header_line(v.view(), "etag", "\"abc"), WSP_OK);
+    EXPECT_EQ(wsp_line_index_of(v.view()), nullptr);
+    EXPECT_EQ(wsp_add_header_line(v.view(), "etag", "d"), WSP_OK);
+    EXPECT_EQ(v.b.text(), "etag:\"abc,d\n");
 }
 
 TEST(LineIndex, FullTableFindsLaterLinesByScanning) {
@@ -283,4 +331,41 @@ TEST(LineIndex, LargeBlocksOfDistinctAndRepeatedNames) {
         ASSERT_EQ(exact.length, fast.length);
         ASSERT_EQ(exact.buffer, fast.buffer);
     }
+}
+
+namespace {
+
+const uint8_t *find_in(const std::string &text, const std::string &needle) {
+    return wsp_text_find(reinterpret_cast<const uint8_t *>(text.data()), text.size(),
+                         reinterpret_cast<const uint8_t *>(needle.data()), needle.size());
+}
+
+long found_at(const std::string &text, const std::string &needle) {
+    const uint8_t *p = find_in(text, needle);
+    return p == nullptr ? -1 : static_cast<long>(p - reinterpret_cast<const uint8_t *>(text.data()));
+}
+
+} // namespace
+
+TEST(TextFind, FirstOccurrenceAnywhere) {
+    EXPECT_EQ(found_at("x-wap-application-id:x-wap-application:mms.ua\n", "application"), 6);
+    EXPECT_EQ(found_at("push-flag:1\npush-flag:0\n", "push-flag"), 0);
+    EXPECT_EQ(found_at("aab:aac\n", "ac"), 5);
+    EXPECT_EQ(found_at("ab", "b"), 1);
+}
+
+TEST(TextFind, CandidatesWithTheFirstButNotTheLastOctetAreSkipped) {
+    EXPECT_EQ(found_at("pushpushpushpush-flag", "push-flag"), 12);
+    EXPECT_EQ(found_at("pppppppp", "pq"), -1);
+}
+
+TEST(TextFind, NeedleAtTheVeryEndAndLongerThanTheText) {
+    EXPECT_EQ(found_at("abc", "bc"), 1);
+    EXPECT_EQ(found_at("abc", "abcd"), -1);
+    EXPECT_EQ(found_at("", "a"), -1);
+}
+
+TEST(TextFind, EmptyNeedleFindsTheStart) {
+    EXPECT_EQ(found_at("abc", ""), 0);
+    EXPECT_EQ(found_at("", ""), 0);
 }

@@ -287,6 +287,16 @@ TEST(AppendHeaderLine, ExactlyFullDropsOnlyTheNul) {
     EXPECT_EQ(b->length, 12);
 }
 
+TEST(AppendHeaderLine, OneOctetToSpareStoresTheNul) {
+    // The line and its NUL inside the region: written in one pass.
+    OutBuffer b(13);
+    b.fill(0xAA);
+    ASSERT_EQ(wsp_append_header_line(b.get(), "age", "5"), WSP_OK);
+    EXPECT_EQ(wsp_append_header_line(b.get(), "age", "6"), WSP_OK);
+    EXPECT_EQ(raw(b, 13), std::string("age:5\nage:6\n\0", 13));
+    EXPECT_EQ(b->length, 12);
+}
+
 TEST(AppendHeaderLine, WritesAtOffsetPlusLength) {
     OutBuffer b(32, 2);
     EXPECT_EQ(wsp_append_header_line(b.get(), "a", "1"), WSP_OK);
