@@ -287,8 +287,54 @@ bool parse_850_date(char *word, wsp_date_fields *f) {
     }
 }
 
+// What one word of a date form holds, in the order the form writes them.
+enum class date_word : uint8_t { month, day, time, year, day_month_year };
+
+// A date form: the names its first word takes, the marker it leaves in
+// the fields, its words after the day name and whether it may end in "gmt".
+struct date_form {
+    const char *const *day_names;
+    uint16_t marker;
+    uint8_t word_count;
+    date_word words[4];
+    bool may_end_in_gmt;
+};
+
+// asctime: "sun nov 6 08:49:37 1994"; no "gmt" in this form.
+constexpr date_form kAsctimeForm = {
+    wsp_day_names, 0, 4, {date_word::month, date_word::day, date_word::time, date_word::year}, false};
+// RFC 1123: "sun, 06 nov 1994 08:49:37 gmt".
+constexpr date_form kRfc1123Form = {wsp_day_names_comma,
+                                    kCommaFormMarker,
+                                    4,
+                                    {date_word::day, date_word::month, date_word::year, date_word::time},
+                                    true};
+// RFC 850: "sunday, 06-nov-94 08:49:37 gmt".
+constexpr date_form kRfc850Form = {
+    wsp_full_day_names_comma, kCommaFormMarker, 2, {date_word::day_month_year, date_word::time}, true};
+
+// Reads one word into its field; false refuses the text.
+bool read_date_word(date_word kind, char *word, wsp_date_fields *f) {
+    switch (kind) {
+    case date_word::month:
+        return set_month(word, f);
+    case date_word::day:
+        f->day = static_cast<uint8_t>(decimal(word));
+        return true;
+    case date_word::time:
+        return parse_time(word, f);
+    case date_word::year:
+        return set_year_in_range(word, f);
+    case date_word::day_month_year:
+        return parse_850_date(word, f);
+    }
+    return false;
+}
+
 // Fills the fields from the words of the text.  true: convert what was
-// found (missing parts stay 0); false: the text is refused.
+// found (missing parts stay 0); false: the text is refused.  The first word
+// picks the form: no trailing comma is asctime, a short one RFC 1123, a
+// long one RFC 850.
 bool parse_words(char *text, wsp_date_fields *f) {
     DateWords words(text);
     char *first = words.next();
@@ -296,53 +342,22 @@ bool parse_words(char *text, wsp_date_fields *f) {
     if (first == nullptr) return false;
     const size_t n = std::strlen(first);
     const bool comma = n > 0 && first[n - 1] == ',';
-    char *w = nullptr;
+    const date_form &form = !comma ? kAsctimeForm : n < 5 ? kRfc1123Form : kRfc850Form;
 
-    if (!comma) {
-        // asctime: "sun nov 6 08:49:37 1994"; no "gmt" in this form.
-        int day = find_exact(wsp_day_names, 7, first);
-        if (day < 0) return false;
-        f->weekday = static_cast<uint8_t>(day);
-        f->marker = 0;
-        if ((w = words.next()) == nullptr) return true;
-        if (!set_month(w, f)) return false;
-        if ((w = words.next()) == nullptr) return true;
-        f->day = static_cast<uint8_t>(decimal(w));
-        if ((w = words.next()) == nullptr) return true;
-        if (!parse_time(w, f)) return false;
-        if ((w = words.next()) == nullptr) return true;
-        if (!set_year_in_range(w, f)) return false;
-        return words.next() == nullptr;
+    int day = find_exact(form.day_names, 7, first);
+    if (day < 0) return false;
+    f->weekday = static_cast<uint8_t>(day);
+    f->marker = form.marker;
+    for (uint8_t i = 0; i < form.word_count; ++i) {
+        char *w = words.next();
+        if (w == nullptr) return true;
+        if (!read_date_word(form.words[i], w, f)) return false;
     }
-
-    if (n < 5) {
-        // RFC 1123: "sun, 06 nov 1994 08:49:37 gmt".
-        int day = find_exact(wsp_day_names_comma, 7, first);
-        if (day < 0) return false;
-        f->weekday = static_cast<uint8_t>(day);
-        f->marker = kCommaFormMarker;
-        if ((w = words.next()) == nullptr) return true;
-        f->day = static_cast<uint8_t>(decimal(w));
-        if ((w = words.next()) == nullptr) return true;
-        if (!set_month(w, f)) return false;
-        if ((w = words.next()) == nullptr) return true;
-        if (!set_year_in_range(w, f)) return false;
-        if ((w = words.next()) == nullptr) return true;
-        if (!parse_time(w, f)) return false;
-    } else {
-        // RFC 850: "sunday, 06-nov-94 08:49:37 gmt".
-        int day = find_exact(wsp_full_day_names_comma, 7, first);
-        if (day < 0) return false;
-        f->weekday = static_cast<uint8_t>(day);
-        f->marker = kCommaFormMarker;
-        if ((w = words.next()) == nullptr) return true;
-        if (!parse_850_date(w, f)) return false;
-        if ((w = words.next()) == nullptr) return true;
-        if (!parse_time(w, f)) return false;
-    }
-    // Both comma forms may end in "gmt", and in nothing else.
-    if ((w = words.next()) == nullptr) return true;
-    if (std::strcmp(w, "gmt") != 0) return false;
+    // The comma forms may end in "gmt", and in nothing else; asctime ends
+    // with its year.
+    char *w = words.next();
+    if (w == nullptr) return true;
+    if (!form.may_end_in_gmt || std::strcmp(w, "gmt") != 0) return false;
     return words.next() == nullptr;
 }
 

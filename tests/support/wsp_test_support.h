@@ -164,7 +164,7 @@ namespace wsp_test {
 using Writer = std::function<int(wsp_buffer *)>;
 
 // What the caller sees after one run.
-struct Outcome {
+struct WriterOutcome {
     int16_t status;
     uint16_t length;
     bool freed;         // the writer released the data block
@@ -175,7 +175,7 @@ inline constexpr uint8_t kUntouched = 0xEE;
 
 // Runs the writer on a fresh output of the given shape whose region is
 // filled with kUntouched; `already` octets count as written before it.
-inline Outcome run_at(const Writer &w, uint16_t offset, uint16_t already, uint16_t size) {
+inline WriterOutcome run_at(const Writer &w, uint16_t offset, uint16_t already, uint16_t size) {
     OutBuffer b(size, offset);
     b.fill(kUntouched);
     b->length = already;
@@ -190,14 +190,14 @@ inline std::string untouched(uint16_t n) {
 }
 
 // The region of an offset-k run expected from the offset-0 run.
-inline std::string shifted(const Outcome &at0, uint16_t k) {
+inline std::string shifted(const WriterOutcome &at0, uint16_t k) {
     if (at0.freed || k == 0) return at0.region;
     if (at0.region.empty()) return untouched(k);
     return untouched(k) + " " + at0.region;
 }
 
 // The octets a writer produces into a roomy output at offset 0.
-inline Outcome reference(const Writer &w) { return run_at(w, 0, 0, 1024); }
+inline WriterOutcome reference(const Writer &w) { return run_at(w, 0, 0, 1024); }
 
 // The sweep: for every size from `already` to already + n + 2 and for a
 // few offsets, the offset-k run equals the offset-0 run shifted by k.
@@ -205,10 +205,10 @@ inline Outcome reference(const Writer &w) { return run_at(w, 0, 0, 1024); }
 inline uint16_t expect_offset_only_moves_bytes(const Writer &w, uint16_t already, uint16_t n) {
     uint16_t smallest = 0xFFFF;
     for (uint16_t size = already; size <= already + n + 2; ++size) {
-        const Outcome at0 = run_at(w, 0, already, size);
+        const WriterOutcome at0 = run_at(w, 0, already, size);
         if (at0.status == WSP_OK && smallest == 0xFFFF) smallest = size;
         for (uint16_t k : {1, 3, 17}) {
-            const Outcome atk = run_at(w, k, already, size);
+            const WriterOutcome atk = run_at(w, k, already, size);
             EXPECT_EQ(atk.status, at0.status) << "offset " << k << " size " << size;
             EXPECT_EQ(atk.length, at0.length) << "offset " << k << " size " << size;
             EXPECT_EQ(atk.freed, at0.freed) << "offset " << k << " size " << size;
@@ -223,7 +223,7 @@ inline uint16_t expect_offset_only_moves_bytes(const Writer &w, uint16_t already
 // holds exactly the reference octets after what was there, and one octet
 // less does not succeed.
 inline void expect_offset_safe(const Writer &w) {
-    const Outcome ref = reference(w);
+    const WriterOutcome ref = reference(w);
     ASSERT_EQ(ref.status, WSP_OK) << "the sample must encode";
     ASSERT_GT(ref.length, 0);
     const std::string ref_octets = ref.region.substr(0, ref.length * 3u - 1u);
