@@ -56,14 +56,13 @@ constexpr bool wsp_row_named(const wsp_table &table, uint16_t row, const char *t
 }
 
 // Calls visit(row) for every row named `text`, in ascending row order, until
-// visit returns false.  Rows are inserted in row order and all spellings of
-// a name share a start slot, so linear probing meets them in row order; the
-// probe ends at the first empty slot, and a table always has one.
+// visit returns false; `hash` is the name hash of the text.  Rows are
+// inserted in row order and all spellings of a name share a start slot, so
+// linear probing meets them in row order; the probe ends at the first empty
+// slot, and a table always has one.
 template <typename Visit>
-constexpr void wsp_each_row_named(const wsp_table &table, const char *text, uint16_t length, bool ignore_case,
-                                  Visit visit) {
-    uint32_t hash = kWspNameHashSeed;
-    for (uint16_t i = 0; i < length; ++i) hash = wsp_name_hash_step(hash, static_cast<uint8_t>(text[i]));
+constexpr void wsp_each_row_hashed(const wsp_table &table, uint32_t hash, const char *text, uint16_t length,
+                                   bool ignore_case, Visit visit) {
     for (uint16_t at = wsp_name_slot(hash, table.slot_mask);; at = static_cast<uint16_t>((at + 1) & table.slot_mask)) {
         uint16_t slot = table.slot(at);
         if (slot == 0) return;
@@ -72,19 +71,37 @@ constexpr void wsp_each_row_named(const wsp_table &table, const char *text, uint
     }
 }
 
+// The name hash of `length` characters.
+constexpr uint32_t wsp_name_hash(const char *text, uint16_t length) {
+    uint32_t hash = kWspNameHashSeed;
+    for (uint16_t i = 0; i < length; ++i) hash = wsp_name_hash_step(hash, static_cast<uint8_t>(text[i]));
+    return hash;
+}
+
+template <typename Visit>
+constexpr void wsp_each_row_named(const wsp_table &table, const char *text, uint16_t length, bool ignore_case,
+                                  Visit visit) {
+    wsp_each_row_hashed(table, wsp_name_hash(text, length), text, length, ignore_case, visit);
+}
+
 // The row a scan over rows 0..last stops at: upward the lowest row named
 // `text`, downward the highest; -1 when none of those rows has the name.
 // Rows come in ascending order, so upward the first one decides, and
 // downward the probe stops at the first row above `last`.
-constexpr int wsp_index_search(const wsp_table &table, const char *text, uint16_t length, bool ignore_case, int last,
-                               bool downward) {
+constexpr int wsp_index_search_hashed(const wsp_table &table, uint32_t hash, const char *text, uint16_t length,
+                                      bool ignore_case, int last, bool downward) {
     int found = -1;
-    wsp_each_row_named(table, text, length, ignore_case, [&](uint16_t row) {
+    wsp_each_row_hashed(table, hash, text, length, ignore_case, [&](uint16_t row) {
         if (static_cast<int>(row) > last) return false;
         found = row;
         return downward;
     });
     return found;
+}
+
+constexpr int wsp_index_search(const wsp_table &table, const char *text, uint16_t length, bool ignore_case, int last,
+                               bool downward) {
+    return wsp_index_search_hashed(table, wsp_name_hash(text, length), text, length, ignore_case, last, downward);
 }
 
 // ---- building ----

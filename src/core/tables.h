@@ -203,6 +203,10 @@ int wsp_find_name(const wsp_table &table, uint16_t rows, const char *name, bool 
 int wsp_find_name_n(const wsp_table &table, uint16_t rows, const char *name, uint16_t length, bool ignore_case);
 // Rows from..0 downward: the highest matching row not above `from`.
 int wsp_find_name_down(const wsp_table &table, int from, const char *name, bool ignore_case);
+// wsp_find_name_down over the exact rows for a name that is first
+// lower-cased in place (the header encoder's lookup): one pass lower-cases
+// and hashes it.
+int wsp_lower_find_name_down(const wsp_table &table, int from, char *name);
 // Every row with that name, in row order, as an ascending run written to
 // out (at most `capacity`); returns how many were written.  For the
 // searches with rules of their own over a name's rows.

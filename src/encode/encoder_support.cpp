@@ -15,7 +15,8 @@ char *wsp_enc_prepare(char *value, bool lower) {
 }
 
 char *wsp_enc_next_element(char **cursor, const char *delim) {
-    char *element = wsp_strtoken(cursor, delim);
+    if (delim == nullptr || delim[0] == '\0' || delim[1] != '\0') return nullptr;
+    char *element = wsp_next_token(cursor, static_cast<uint8_t>(delim[0]));
     if (element == nullptr) return nullptr;
     wsp_trim(&element);
     return element;

@@ -49,13 +49,13 @@ struct text_line {
 // Takes the next line with the tokenizer; false when the text is done.  The
 // step counts the newline and a line-ending CR; the CR itself is cut off.
 bool next_line(char **cursor, text_line *line) {
-    char *text = wsp_strtoken(cursor, "\n");
+    char *text = wsp_next_token(cursor, '\n');
     if (text == nullptr) return false;
     size_t length = std::strlen(text);
     line->step = static_cast<uint16_t>(length + 1);
     if (length > 0 && static_cast<uint8_t>(text[length - 1]) == 0x0D) text[length - 1] = '\0';
     char *rest = text;
-    line->name = wsp_strtoken(&rest, ":");
+    line->name = wsp_next_token(&rest, ':');
     // A line without a colon is a name with an empty value: rest then
     // stands on the line's NUL.
     line->value = rest;
@@ -106,8 +106,7 @@ cookie_test test_cookie(const char *value) {
 // the line becomes an application header either way).  Kept as it is.
 int encode_page1_line(block_state *state, const text_line &line, int *remembered) {
     find_version(state);
-    wsp_str_lower(line.name);
-    int found = wsp_find_name_down(wsp_header_names, state->limit, line.name, false);
+    int found = wsp_lower_find_name_down(wsp_header_names, state->limit, line.name);
     if (found >= 0) *remembered = found;
 
     // The content type travels outside the header block.
