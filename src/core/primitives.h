@@ -14,6 +14,7 @@
 #ifndef WSP_CORE_PRIMITIVES_H
 #define WSP_CORE_PRIMITIVES_H
 
+#include <cstddef>
 #include <cstdint>
 
 #include "tarnwspencdec.h"
@@ -134,6 +135,10 @@ uint32_t wsp_strtou32(const char *text, const char **end, int base);
 // The tokenizer of wsp_strtoken for a delimiter known to be one character
 // (not NUL): the same cuts, without the test of the delimiter text.
 char *wsp_next_token(char **pos, uint8_t delim);
+// The same, also giving the token's length.
+char *wsp_next_token_n(char **pos, uint8_t delim, size_t *length);
+// Lower-cases the n octets at s in place.
+void wsp_lower_run(char *s, size_t n);
 const char *wsp_find_unquoted(const char *hay, const char *needle);
 char *wsp_uint_to_text(uint32_t v, char *end);
 void wsp_str_lower(char *s);

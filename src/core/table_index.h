@@ -41,7 +41,7 @@ constexpr uint16_t wsp_name_slot(uint32_t hash, uint16_t mask) {
 constexpr bool wsp_row_named(const wsp_table &table, uint16_t row, const char *text, uint16_t length,
                              bool ignore_case) {
     if ((table.name_at[row] & wsp_table::kAbsent) != 0 || table.name_length(row) != length) return false;
-    const char *name = table.pool + table.name_at[row];
+    const char *name = table.pool + (table.name_at[row] & wsp_table::kOffset);
     if (!ignore_case && !std::is_constant_evaluated()) return std::memcmp(name, text, length) == 0;
     for (uint16_t i = 0; i < length; ++i) {
         uint8_t a = static_cast<uint8_t>(name[i]);
@@ -58,8 +58,9 @@ constexpr bool wsp_row_named(const wsp_table &table, uint16_t row, const char *t
 // Calls visit(row) for every row named `text`, in ascending row order, until
 // visit returns false; `hash` is the name hash of the text.  Rows are
 // inserted in row order and all spellings of a name share a start slot, so
-// linear probing meets them in row order; the probe ends at the first empty
-// slot, and a table always has one.
+// linear probing meets them in row order.  The probe ends after a row that
+// no later row shares its name with, or at the first empty slot (a table
+// always has one).
 template <typename Visit>
 constexpr void wsp_each_row_hashed(const wsp_table &table, uint32_t hash, const char *text, uint16_t length,
                                    bool ignore_case, Visit visit) {
@@ -67,7 +68,7 @@ constexpr void wsp_each_row_hashed(const wsp_table &table, uint32_t hash, const 
         uint16_t slot = table.slot(at);
         if (slot == 0) return;
         uint16_t row = static_cast<uint16_t>(slot - 1);
-        if (wsp_row_named(table, row, text, length, ignore_case) && !visit(row)) return;
+        if (wsp_row_named(table, row, text, length, ignore_case) && (!visit(row) || !table.repeated(row))) return;
     }
 }
 
@@ -127,10 +128,18 @@ constexpr size_t wsp_pool_bytes(const std::array<wsp_row_text, N> &rows) {
     return bytes == 0 ? 1 : bytes;
 }
 
+// Two names equal with ASCII letters folded.
+constexpr bool wsp_same_folded(const char *a, const char *b) {
+    for (;; ++a, ++b) {
+        if (wsp_ascii_lower(static_cast<uint8_t>(*a)) != wsp_ascii_lower(static_cast<uint8_t>(*b))) return false;
+        if (*a == '\0') return true;
+    }
+}
+
 // The stored form of a table of N rows whose names take PoolBytes.
 template <size_t N, size_t PoolBytes>
 struct wsp_table_store {
-    static_assert(N > 0 && N < wsp_table::kAbsent && PoolBytes < wsp_table::kAbsent, "offsets fit 15 bits");
+    static_assert(N > 0 && N <= wsp_table::kOffset && PoolBytes <= wsp_table::kOffset, "offsets fit 14 bits");
     using slot_type = std::conditional_t<(N < 255), uint8_t, uint16_t>;
     static constexpr uint16_t kSlots = wsp_slot_count(N);
 
@@ -158,6 +167,15 @@ constexpr wsp_table_store<N, PoolBytes> wsp_build_store(const std::array<wsp_row
         }
     }
     s.name_at[N] = at;
+    for (size_t r = 0; r < N; ++r) {
+        if (rows[r].name == nullptr) continue;
+        for (size_t later = r + 1; later < N; ++later) {
+            if (rows[later].name != nullptr && wsp_same_folded(rows[r].name, rows[later].name)) {
+                s.name_at[r] = static_cast<uint16_t>(s.name_at[r] | wsp_table::kRepeated);
+                break;
+            }
+        }
+    }
     const uint16_t mask = static_cast<uint16_t>(store::kSlots - 1);
     for (size_t r = 0; r < N; ++r) {
         if (rows[r].name == nullptr) continue;

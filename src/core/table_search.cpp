@@ -39,22 +39,12 @@ int search(const wsp_table &table, const char *name, bool ignore_case, int last,
 // Only the low 16 bits of a code hold the assigned number.
 bool codes_match(uint16_t row_code, uint32_t code) { return row_code == static_cast<uint16_t>(code); }
 
-// The version text against one row, character by character up to the
-// row's NUL: the text is never read past its own terminator.
-bool is_version_text(const char (&row)[4], const char *text) {
-    for (size_t i = 0; i < sizeof row; ++i) {
-        if (row[i] != text[i]) return false;
-        if (row[i] == '\0') return true;
-    }
-    return false;
-}
-
 } // namespace
 
 int wsp_version_index(const char *text) {
     if (text == nullptr) return -1;
     for (uint16_t row = 0; row < WSP_VERSION_ROWS; ++row)
-        if (is_version_text(wsp_version_limits[row].text, text)) return row;
+        if (wsp_version_is(row, text)) return row;
     return -1;
 }
 

@@ -77,21 +77,32 @@ char *walk_token(char **pos, char *s, uint8_t delim) {
 // searches run through the C library's string functions; a token with a
 // mark takes the quote-aware walk.  A quotation mark as the delimiter
 // always takes the walk, which treats it as a quote first.
-char *wsp_next_token(char **pos, uint8_t delim) {
+char *wsp_next_token_n(char **pos, uint8_t delim, size_t *length) {
     if (pos == nullptr || *pos == nullptr || (*pos)[0] == '\0') return nullptr;
     char *s = *pos;
-    if (delim == '"') return walk_token(pos, s, delim);
-    while (static_cast<uint8_t>(*s) == delim) ++s;
-    char *stop = std::strchr(s, static_cast<char>(delim));
-    const size_t n = stop != nullptr ? static_cast<size_t>(stop - s) : std::strlen(s);
-    if (std::memchr(s, '"', n) != nullptr) return walk_token(pos, s, delim);
-    if (stop == nullptr) {
-        *pos = s + n;
-    } else {
-        *stop = '\0';
-        *pos = stop + 1;
+    if (delim != '"') {
+        while (static_cast<uint8_t>(*s) == delim) ++s;
+        char *stop = std::strchr(s, static_cast<char>(delim));
+        const size_t n = stop != nullptr ? static_cast<size_t>(stop - s) : std::strlen(s);
+        if (std::memchr(s, '"', n) == nullptr) {
+            if (stop == nullptr) {
+                *pos = s + n;
+            } else {
+                *stop = '\0';
+                *pos = stop + 1;
+            }
+            *length = n;
+            return s;
+        }
     }
-    return s;
+    char *token = walk_token(pos, s, delim);
+    *length = std::strlen(token);
+    return token;
+}
+
+char *wsp_next_token(char **pos, uint8_t delim) {
+    size_t length = 0;
+    return wsp_next_token_n(pos, delim, &length);
 }
 
 // Scans hay for needle outside double-quoted sections.  The needle is
@@ -130,15 +141,33 @@ char *wsp_uint_to_text(uint32_t v, char *end) {
     return p;
 }
 
-// Only the capitals are written back: every other octet already is its own
-// lower case.
+// Eight octets at a time: in each octet below 0x80 whose low seven bits lie
+// in 'A'..'Z' the 0x20 bit is set; every other octet is written back as it
+// was.  The tail goes octet by octet.
+void wsp_lower_run(char *s, size_t n) {
+    constexpr uint64_t kOnes = 0x0101010101010101u;
+    constexpr uint64_t kHigh = 0x8080808080808080u;
+    size_t i = 0;
+    for (; i + 8 <= n; i += 8) {
+        uint64_t w;
+        std::memcpy(&w, s + i, 8);
+        const uint64_t low7 = w & ~kHigh;
+        const uint64_t from_a = low7 + kOnes * (0x80 - 'A');   // high bit: at least 'A'
+        const uint64_t past_z = low7 + kOnes * (0x80 - 'Z' - 1); // high bit: above 'Z'
+        const uint64_t capitals = from_a & ~past_z & ~w & kHigh;
+        if (capitals == 0) continue;
+        w |= capitals >> 2;
+        std::memcpy(s + i, &w, 8);
+    }
+    for (; i < n; ++i) {
+        const uint8_t c = static_cast<uint8_t>(s[i]);
+        if (static_cast<uint8_t>(c - 'A') < 26u) s[i] = static_cast<char>(c + ('a' - 'A'));
+    }
+}
+
 void wsp_str_lower(char *s) {
     if (s == nullptr) return;
-    for (;; ++s) {
-        const uint8_t c = static_cast<uint8_t>(*s);
-        if (c == 0) return;
-        if (static_cast<uint8_t>(c - 'A') < 26u) *s = static_cast<char>(c + ('a' - 'A'));
-    }
+    wsp_lower_run(s, std::strlen(s));
 }
 
 void wsp_trim(char **pos) {

@@ -63,8 +63,10 @@ bool next_line(char **cursor, text_line *line) {
 }
 
 // Looks the version up on every line; see block_state::limit.  A null
-// version text is an unknown one.
+// version text is an unknown one.  The row found for the line before is
+// tried first: a text equal to one row equals no other.
 void find_version(block_state *state) {
+    if (state->version_index != WSP_VERSION_UNKNOWN && wsp_version_is(state->version_index, state->version)) return;
     state->version_index = WSP_VERSION_UNKNOWN;
     int row = wsp_version_index(state->version);
     if (row < 0) return;
