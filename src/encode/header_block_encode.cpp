@@ -49,9 +49,9 @@ struct text_line {
 // Takes the next line with the tokenizer; false when the text is done.  The
 // step counts the newline and a line-ending CR; the CR itself is cut off.
 bool next_line(char **cursor, text_line *line) {
-    char *text = wsp_next_token(cursor, '\n');
+    size_t length = 0;
+    char *text = wsp_next_token_n(cursor, '\n', &length);
     if (text == nullptr) return false;
-    size_t length = std::strlen(text);
     line->step = static_cast<uint16_t>(length + 1);
     if (length > 0 && static_cast<uint8_t>(text[length - 1]) == 0x0D) text[length - 1] = '\0';
     char *rest = text;
