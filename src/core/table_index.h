@@ -44,13 +44,10 @@ constexpr bool wsp_row_named(const wsp_table &table, uint16_t row, const char *t
     const char *name = table.pool + (table.name_at[row] & wsp_table::kOffset);
     if (!ignore_case && !std::is_constant_evaluated()) return std::memcmp(name, text, length) == 0;
     for (uint16_t i = 0; i < length; ++i) {
-        uint8_t a = static_cast<uint8_t>(name[i]);
-        uint8_t b = static_cast<uint8_t>(text[i]);
-        if (ignore_case) {
-            a = wsp_ascii_lower(a);
-            b = wsp_ascii_lower(b);
-        }
-        if (a != b) return false;
+        const uint8_t a = static_cast<uint8_t>(name[i]);
+        const uint8_t b = static_cast<uint8_t>(text[i]);
+        // Only a pair that differs is folded.
+        if (a != b && (!ignore_case || wsp_ascii_lower(a) != wsp_ascii_lower(b))) return false;
     }
     return true;
 }

@@ -141,23 +141,25 @@ char *wsp_uint_to_text(uint32_t v, char *end) {
     return p;
 }
 
-// Eight octets at a time: in each octet below 0x80 whose low seven bits lie
-// in 'A'..'Z' the 0x20 bit is set; every other octet is written back as it
-// was.  The tail goes octet by octet.
+// A machine word at a time (eight octets here, four on the 32-bit target):
+// in each octet below 0x80 whose low seven bits lie in 'A'..'Z' the 0x20 bit
+// is set; every other octet is written back as it was.  The tail goes octet
+// by octet.
 void wsp_lower_run(char *s, size_t n) {
-    constexpr uint64_t kOnes = 0x0101010101010101u;
-    constexpr uint64_t kHigh = 0x8080808080808080u;
+    using word = unsigned long;
+    constexpr word kOnes = ~word{0} / 0xFF;
+    constexpr word kHigh = kOnes * 0x80;
     size_t i = 0;
-    for (; i + 8 <= n; i += 8) {
-        uint64_t w;
-        std::memcpy(&w, s + i, 8);
-        const uint64_t low7 = w & ~kHigh;
-        const uint64_t from_a = low7 + kOnes * (0x80 - 'A');   // high bit: at least 'A'
-        const uint64_t past_z = low7 + kOnes * (0x80 - 'Z' - 1); // high bit: above 'Z'
-        const uint64_t capitals = from_a & ~past_z & ~w & kHigh;
+    for (; i + sizeof(word) <= n; i += sizeof(word)) {
+        word w;
+        std::memcpy(&w, s + i, sizeof w);
+        const word low7 = w & ~kHigh;
+        const word from_a = low7 + kOnes * (0x80 - 'A');   // high bit: at least 'A'
+        const word past_z = low7 + kOnes * (0x80 - 'Z' - 1); // high bit: above 'Z'
+        const word capitals = from_a & ~past_z & ~w & kHigh;
         if (capitals == 0) continue;
         w |= capitals >> 2;
-        std::memcpy(s + i, &w, 8);
+        std::memcpy(s + i, &w, sizeof w);
     }
     for (; i < n; ++i) {
         const uint8_t c = static_cast<uint8_t>(s[i]);
@@ -179,12 +181,20 @@ void wsp_trim(char **pos) {
     while (len > 0 && is_blank(static_cast<uint8_t>(s[len - 1]))) s[--len] = '\0';
 }
 
+// Equal octets need no folding; only a pair that differs is compared again
+// in lower case.
 int wsp_strcasecmp(const char *a, const char *b) {
     const uint8_t *x = reinterpret_cast<const uint8_t *>(a);
     const uint8_t *y = reinterpret_cast<const uint8_t *>(b);
     for (;; ++x, ++y) {
-        uint8_t cx = wsp_ascii_lower(*x);
-        uint8_t cy = wsp_ascii_lower(*y);
-        if (cx != cy || cx == 0) return static_cast<int>(cx) - static_cast<int>(cy);
+        uint8_t cx = *x;
+        uint8_t cy = *y;
+        if (cx == cy) {
+            if (cx == 0) return 0;
+            continue;
+        }
+        cx = wsp_ascii_lower(cx);
+        cy = wsp_ascii_lower(cy);
+        if (cx != cy) return static_cast<int>(cx) - static_cast<int>(cy);
     }
 }

@@ -403,8 +403,9 @@ TEST(StrLower, EmptyAndNull) {
 // ---- wsp_lower_run ---------------------------------------------------------------
 
 TEST(LowerRun, EveryOctetAtEveryPlaceOfAWord) {
-    // Eight octets go at a time: every octet value at every position of a
-    // run that starts at each alignment, with the octets around it untouched.
+    // A machine word goes at a time (eight octets or four): every octet
+    // value at every position of a run that starts at each alignment, with
+    // the octets around it untouched.
     constexpr size_t kRun = 17;
     for (size_t start = 0; start < 8; ++start) {
         for (unsigned v = 0; v < 256; ++v) {
