@@ -17,7 +17,8 @@ uint16_t text_length(const char *text) { return static_cast<uint16_t>(std::strle
 
 // The octet tests of the two text forms, as objects the copy loop inlines.
 constexpr auto token_octet = [](uint8_t c) { return wsp_is_token_char(c); };
-constexpr auto text_octet = [](uint8_t c) { return wsp_is_text_char(c); };
+// Printable ASCII, by far the most common case, costs one comparison.
+constexpr auto text_octet = [](uint8_t c) { return static_cast<uint8_t>(c - 32) < 95 || wsp_is_text_char(c); };
 
 // Copies count characters of text to data[at...], each of which must pass
 // `allowed`, then the terminating NUL.  Characters before a refused one stay
