@@ -29,17 +29,18 @@
 #include <vector>
 
 #include "alloc_counter.h"
+#include "encode_calls.h"
 #include "inputs.h"
 #include "tarnwspencdec.h"
 
 namespace {
 
-// The largest buffer the library describes: room for any decoded text.
-constexpr uint16_t kBufferSize = 65535;
-constexpr int kDecodeVersion = 4;
-constexpr const char *kEncodeVersion = "1.4";
+using bench::EncodedOutput;
+using bench::succeeded;
+using bench::WritableLines;
+using bench::kBufferSize;
 
-bool succeeded(int status) { return static_cast<int16_t>(status) == WSP_OK; }
+constexpr int kDecodeVersion = 4;
 
 // Set when a benchmark stops on a failing call: the program then exits with
 // status 1, so that a short run in CI catches it.
@@ -82,44 +83,6 @@ struct TextOutput {
         buffer.data = text.data();
         buffer.size = kBufferSize;
         return &buffer;
-    }
-};
-
-// The encoder's output: calloc'ed, since a failing encoder frees it.
-struct EncodedOutput {
-    unsigned char *data = static_cast<unsigned char *>(std::calloc(kBufferSize, 1));
-    wsp_buffer buffer{};
-
-    EncodedOutput() = default;
-    EncodedOutput(const EncodedOutput &) = delete;
-    EncodedOutput &operator=(const EncodedOutput &) = delete;
-    ~EncodedOutput() { std::free(data); }
-
-    wsp_buffer *empty() {
-        buffer = wsp_buffer{};
-        buffer.data = data;
-        buffer.size = kBufferSize;
-        return &buffer;
-    }
-    // After a failure: the encoder may have freed the block.
-    void forget_if_released() { data = buffer.data; }
-};
-
-// Header lines in a writable copy, for the encoder cuts them in place.
-struct WritableLines {
-    std::string source;
-    std::vector<char> work;
-
-    explicit WritableLines(std::string lines) : source(std::move(lines)), work(source.size() + 1) {}
-
-    wsp_hdr_page fresh_page() {
-        std::memcpy(work.data(), source.c_str(), source.size() + 1);
-        wsp_hdr_page page{};
-        page.page = 1;
-        page.text.data = reinterpret_cast<unsigned char *>(work.data());
-        page.text.size = static_cast<uint16_t>(work.size());
-        page.text.length = static_cast<uint16_t>(source.size());
-        return page;
     }
 };
 
@@ -188,19 +151,12 @@ void run_decode_push(benchmark::State &state, const bench::PushMessage &message)
     counters.report(state, message.pdu.size() - message.offset);
 }
 
-int encode_lines(WritableLines &lines, wsp_buffer *out) {
-    wsp_hdr_page page = lines.fresh_page();
-    wsp_hdr_page_list pages{1, &page};
-    wsp_hdrbuf holder{0, out};
-    return wsp_enc_hdr(&pages, &holder, kEncodeVersion);
-}
-
 void run_encode(benchmark::State &state, std::string text) {
     WritableLines lines(std::move(text));
     EncodedOutput output;
     CallCounters counters;
     for (auto _ : state) {
-        if (!succeeded(encode_lines(lines, output.empty()))) {
+        if (!succeeded(bench::encode_lines(lines, output.empty()))) {
             output.forget_if_released();
             stop_on_failure(state, "wsp_enc_hdr failed");
             break;
@@ -216,12 +172,7 @@ void run_encode_push(benchmark::State &state, const bench::PushMessage &message)
     EncodedOutput output;
     CallCounters counters;
     for (auto _ : state) {
-        wsp_buffer *out = output.empty();
-        int status = wsp_encode_content(message.content_type, out, kEncodeVersion);
-        if (succeeded(status)) {
-            status = encode_lines(lines, out);
-        }
-        if (!succeeded(status)) {
+        if (!succeeded(bench::encode_push(message.content_type, lines, output.empty()))) {
             output.forget_if_released();
             stop_on_failure(state, "push encoding failed");
             break;
@@ -237,7 +188,7 @@ void register_all() {
         WritableLines lines(text->lines);
         EncodedOutput output;
         wsp_buffer *out = output.empty();
-        if (!succeeded(encode_lines(lines, out))) {
+        if (!succeeded(bench::encode_lines(lines, out))) {
             output.forget_if_released();
             std::fprintf(stderr, "cannot encode the %s text\n", text->name);
             std::exit(1);

@@ -139,6 +139,20 @@ uint32_t wsp_strtou32(const char *text, const char **end, int base) {
         ++p;
     }
     if (base == 16 && p[0] == '0' && (p[1] == 'x' || p[1] == 'X') && is_hex_digit(static_cast<uint8_t>(p[2]))) p += 2;
+    if (base == 10) {
+        // Nine decimal digits cannot pass 32 bits: a number that ends within
+        // them is read without the overflow test.  A tenth digit sends the
+        // whole number through the general loop below.
+        uint32_t small = 0;
+        const char *q = p;
+        for (int digits = 0; digits < 9 && wsp_ascii_is_digit(static_cast<uint8_t>(*q)); ++digits, ++q)
+            small = small * 10 + static_cast<uint32_t>(*q - '0');
+        if (!wsp_ascii_is_digit(static_cast<uint8_t>(*q))) {
+            if (q == p) return 0; // no digit: *end stays at text
+            if (end != nullptr) *end = q;
+            return negative ? static_cast<uint32_t>(0u - small) : small;
+        }
+    }
     uint64_t v = 0;
     bool overflow = false;
     bool any = false;

@@ -14,6 +14,7 @@
 #ifndef WSP_CORE_PRIMITIVES_H
 #define WSP_CORE_PRIMITIVES_H
 
+#include <cstddef>
 #include <cstdint>
 
 #include "tarnwspencdec.h"
@@ -55,7 +56,29 @@ constexpr bool wsp_is_text_class(uint8_t cls) {
 }
 
 // Octet 32..126 that is not one of the separators ()<>@,;:\"/[]?={} SP HT.
-bool wsp_is_token_char(uint8_t c);
+// One bit per octet, built at compile time: the writers test it on every
+// octet of a name.
+struct wsp_octet_set {
+    uint32_t bits[8];
+    constexpr bool has(uint8_t c) const { return ((bits[c >> 5] >> (c & 31u)) & 1u) != 0; }
+};
+constexpr wsp_octet_set wsp_make_token_chars() {
+    wsp_octet_set set{};
+    constexpr const char separators[] = "()<>@,;:\\\"/[]?={} \t";
+    for (unsigned c = 32; c <= 126; ++c) {
+        bool separator = false;
+        for (const char *p = separators; *p != '\0'; ++p) separator = separator || static_cast<unsigned char>(*p) == c;
+        if (!separator) set.bits[c >> 5] |= 1u << (c & 31u);
+    }
+    return set;
+}
+inline constexpr wsp_octet_set wsp_token_chars = wsp_make_token_chars();
+constexpr bool wsp_is_token_char(uint8_t c) { return wsp_token_chars.has(c); }
+static_assert(wsp_is_token_char('a') && wsp_is_token_char('~') && wsp_is_token_char('!'));
+static_assert(!wsp_is_token_char(' ') && !wsp_is_token_char('\t') && !wsp_is_token_char('"') &&
+              !wsp_is_token_char('}') && !wsp_is_token_char(127) && !wsp_is_token_char(31) &&
+              !wsp_is_token_char(128));
+
 // Octet 9, 10, 13, 32..126 or 128..255.  Inline: the text writers test it
 // on every octet they copy.
 constexpr bool wsp_is_text_char(uint8_t c) { return c == 9 || c == 10 || c == 13 || (c >= 32 && c != 127); }
@@ -109,6 +132,13 @@ int wsp_strcasecmp(const char *a, const char *b);
 uint32_t wsp_strtou32(const char *text, const char **end, int base);
 
 // ---- text utilities (internal) ----
+// The tokenizer of wsp_strtoken for a delimiter known to be one character
+// (not NUL): the same cuts, without the test of the delimiter text.
+char *wsp_next_token(char **pos, uint8_t delim);
+// The same, also giving the token's length.
+char *wsp_next_token_n(char **pos, uint8_t delim, size_t *length);
+// Lower-cases the n octets at s in place.
+void wsp_lower_run(char *s, size_t n);
 const char *wsp_find_unquoted(const char *hay, const char *needle);
 char *wsp_uint_to_text(uint32_t v, char *end);
 void wsp_str_lower(char *s);

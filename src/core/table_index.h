@@ -41,50 +41,65 @@ constexpr uint16_t wsp_name_slot(uint32_t hash, uint16_t mask) {
 constexpr bool wsp_row_named(const wsp_table &table, uint16_t row, const char *text, uint16_t length,
                              bool ignore_case) {
     if ((table.name_at[row] & wsp_table::kAbsent) != 0 || table.name_length(row) != length) return false;
-    const char *name = table.pool + table.name_at[row];
+    const char *name = table.pool + (table.name_at[row] & wsp_table::kOffset);
     if (!ignore_case && !std::is_constant_evaluated()) return std::memcmp(name, text, length) == 0;
     for (uint16_t i = 0; i < length; ++i) {
-        uint8_t a = static_cast<uint8_t>(name[i]);
-        uint8_t b = static_cast<uint8_t>(text[i]);
-        if (ignore_case) {
-            a = wsp_ascii_lower(a);
-            b = wsp_ascii_lower(b);
-        }
-        if (a != b) return false;
+        const uint8_t a = static_cast<uint8_t>(name[i]);
+        const uint8_t b = static_cast<uint8_t>(text[i]);
+        // Only a pair that differs is folded.
+        if (a != b && (!ignore_case || wsp_ascii_lower(a) != wsp_ascii_lower(b))) return false;
     }
     return true;
 }
 
 // Calls visit(row) for every row named `text`, in ascending row order, until
-// visit returns false.  Rows are inserted in row order and all spellings of
-// a name share a start slot, so linear probing meets them in row order; the
-// probe ends at the first empty slot, and a table always has one.
+// visit returns false; `hash` is the name hash of the text.  Rows are
+// inserted in row order and all spellings of a name share a start slot, so
+// linear probing meets them in row order.  The probe ends after a row that
+// no later row shares its name with, or at the first empty slot (a table
+// always has one).
 template <typename Visit>
-constexpr void wsp_each_row_named(const wsp_table &table, const char *text, uint16_t length, bool ignore_case,
-                                  Visit visit) {
-    uint32_t hash = kWspNameHashSeed;
-    for (uint16_t i = 0; i < length; ++i) hash = wsp_name_hash_step(hash, static_cast<uint8_t>(text[i]));
+constexpr void wsp_each_row_hashed(const wsp_table &table, uint32_t hash, const char *text, uint16_t length,
+                                   bool ignore_case, Visit visit) {
     for (uint16_t at = wsp_name_slot(hash, table.slot_mask);; at = static_cast<uint16_t>((at + 1) & table.slot_mask)) {
         uint16_t slot = table.slot(at);
         if (slot == 0) return;
         uint16_t row = static_cast<uint16_t>(slot - 1);
-        if (wsp_row_named(table, row, text, length, ignore_case) && !visit(row)) return;
+        if (wsp_row_named(table, row, text, length, ignore_case) && (!visit(row) || !table.repeated(row))) return;
     }
+}
+
+// The name hash of `length` characters.
+constexpr uint32_t wsp_name_hash(const char *text, uint16_t length) {
+    uint32_t hash = kWspNameHashSeed;
+    for (uint16_t i = 0; i < length; ++i) hash = wsp_name_hash_step(hash, static_cast<uint8_t>(text[i]));
+    return hash;
+}
+
+template <typename Visit>
+constexpr void wsp_each_row_named(const wsp_table &table, const char *text, uint16_t length, bool ignore_case,
+                                  Visit visit) {
+    wsp_each_row_hashed(table, wsp_name_hash(text, length), text, length, ignore_case, visit);
 }
 
 // The row a scan over rows 0..last stops at: upward the lowest row named
 // `text`, downward the highest; -1 when none of those rows has the name.
 // Rows come in ascending order, so upward the first one decides, and
 // downward the probe stops at the first row above `last`.
-constexpr int wsp_index_search(const wsp_table &table, const char *text, uint16_t length, bool ignore_case, int last,
-                               bool downward) {
+constexpr int wsp_index_search_hashed(const wsp_table &table, uint32_t hash, const char *text, uint16_t length,
+                                      bool ignore_case, int last, bool downward) {
     int found = -1;
-    wsp_each_row_named(table, text, length, ignore_case, [&](uint16_t row) {
+    wsp_each_row_hashed(table, hash, text, length, ignore_case, [&](uint16_t row) {
         if (static_cast<int>(row) > last) return false;
         found = row;
         return downward;
     });
     return found;
+}
+
+constexpr int wsp_index_search(const wsp_table &table, const char *text, uint16_t length, bool ignore_case, int last,
+                               bool downward) {
+    return wsp_index_search_hashed(table, wsp_name_hash(text, length), text, length, ignore_case, last, downward);
 }
 
 // ---- building ----
@@ -110,10 +125,18 @@ constexpr size_t wsp_pool_bytes(const std::array<wsp_row_text, N> &rows) {
     return bytes == 0 ? 1 : bytes;
 }
 
+// Two names equal with ASCII letters folded.
+constexpr bool wsp_same_folded(const char *a, const char *b) {
+    for (;; ++a, ++b) {
+        if (wsp_ascii_lower(static_cast<uint8_t>(*a)) != wsp_ascii_lower(static_cast<uint8_t>(*b))) return false;
+        if (*a == '\0') return true;
+    }
+}
+
 // The stored form of a table of N rows whose names take PoolBytes.
 template <size_t N, size_t PoolBytes>
 struct wsp_table_store {
-    static_assert(N > 0 && N < wsp_table::kAbsent && PoolBytes < wsp_table::kAbsent, "offsets fit 15 bits");
+    static_assert(N > 0 && N <= wsp_table::kOffset && PoolBytes <= wsp_table::kOffset, "offsets fit 14 bits");
     using slot_type = std::conditional_t<(N < 255), uint8_t, uint16_t>;
     static constexpr uint16_t kSlots = wsp_slot_count(N);
 
@@ -141,6 +164,15 @@ constexpr wsp_table_store<N, PoolBytes> wsp_build_store(const std::array<wsp_row
         }
     }
     s.name_at[N] = at;
+    for (size_t r = 0; r < N; ++r) {
+        if (rows[r].name == nullptr) continue;
+        for (size_t later = r + 1; later < N; ++later) {
+            if (rows[later].name != nullptr && wsp_same_folded(rows[r].name, rows[later].name)) {
+                s.name_at[r] = static_cast<uint16_t>(s.name_at[r] | wsp_table::kRepeated);
+                break;
+            }
+        }
+    }
     const uint16_t mask = static_cast<uint16_t>(store::kSlots - 1);
     for (size_t r = 0; r < N; ++r) {
         if (rows[r].name == nullptr) continue;

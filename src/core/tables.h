@@ -137,12 +137,24 @@ static_assert(wsp_version_limits[WSP_VERSION_ROWS - 1].param_rows == WSP_PARAM_N
 // null or none of the four.
 int wsp_version_index(const char *text);
 
+// True when the text (not null) is exactly the text of that row.  Compares
+// up to the row's NUL and never reads the text past its own.
+constexpr bool wsp_version_is(uint16_t row, const char *text) {
+    const char *expected = wsp_version_limits[row].text;
+    for (uint16_t i = 0; i < sizeof wsp_version_limits[row].text; ++i) {
+        if (expected[i] != text[i]) return false;
+        if (expected[i] == '\0') return true;
+    }
+    return false;
+}
+
 // ---- tables ----
 // One constant table: `rows` rows, each a name (possibly empty, or absent
 // in a name list) and a 16-bit code.  In a name list the code is the row.
 struct wsp_table {
     const char *pool;        // every name, NUL-terminated, in row order
-    const uint16_t *name_at; // rows + 1 pool offsets; bit 15 marks an absent name
+    const uint16_t *name_at; // rows + 1 pool offsets; bit 15 marks an absent name, bit 14 a
+                             // name that a later row has too (letters folded)
     const uint16_t *codes;   // rows codes
     const uint8_t *slots8;   // hash slots (row + 1, 0 empty) of a table below 255 rows,
     const uint16_t *slots16; // or of a larger one; the other pointer is null
@@ -150,15 +162,20 @@ struct wsp_table {
     uint16_t slot_mask;
 
     static constexpr uint16_t kAbsent = 0x8000;
+    static constexpr uint16_t kRepeated = 0x4000;
+    static constexpr uint16_t kOffset = 0x3FFF;
 
     // The name of a row, null for an absent one.
     constexpr const char *name(uint16_t row) const {
-        return (name_at[row] & kAbsent) != 0 ? nullptr : pool + name_at[row];
+        return (name_at[row] & kAbsent) != 0 ? nullptr : pool + (name_at[row] & kOffset);
     }
     // The length of a present row's name, without the NUL.
     constexpr uint16_t name_length(uint16_t row) const {
-        return static_cast<uint16_t>((name_at[row + 1] & ~kAbsent) - name_at[row] - 1);
+        return static_cast<uint16_t>((name_at[row + 1] & kOffset) - (name_at[row] & kOffset) - 1);
     }
+    // True when a later row has the same name (ASCII letters folded): a
+    // search that has met this row must look further.
+    constexpr bool repeated(uint16_t row) const { return (name_at[row] & kRepeated) != 0; }
     constexpr uint16_t code(uint16_t row) const { return codes[row]; }
     constexpr uint16_t slot(uint16_t index) const { return slots8 != nullptr ? slots8[index] : slots16[index]; }
 };
@@ -220,6 +237,10 @@ int wsp_find_name(const wsp_table &table, uint16_t rows, const char *name, bool 
 int wsp_find_name_n(const wsp_table &table, uint16_t rows, const char *name, uint16_t length, bool ignore_case);
 // Rows from..0 downward: the highest matching row not above `from`.
 int wsp_find_name_down(const wsp_table &table, int from, const char *name, bool ignore_case);
+// wsp_find_name_down over the exact rows for a name that is first
+// lower-cased in place (the header encoder's lookup): one pass lower-cases
+// and hashes it.
+int wsp_lower_find_name_down(const wsp_table &table, int from, char *name);
 // Every row with that name, in row order, as an ascending run written to
 // out (at most `capacity`); returns how many were written.  For the
 // searches with rules of their own over a name's rows.

@@ -8,23 +8,10 @@
 
 namespace {
 
-bool is_separator(uint8_t c) {
-    switch (c) {
-    case '(': case ')': case '<': case '>': case '@': case ',': case ';': case ':': case '\\':
-    case '"': case '/': case '[': case ']': case '?': case '=': case '{': case '}': case ' ':
-    case '\t':
-        return true;
-    default:
-        return false;
-    }
-}
-
 // Blanks that trimming removes: space, tab, CR and LF.
 bool is_blank(uint8_t c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 
 } // namespace
-
-bool wsp_is_token_char(uint8_t c) { return c >= 32 && c <= 126 && !is_separator(c); }
 
 void wsp_value_class(const uint8_t *p, uint8_t *cls) { *cls = wsp_class_of(*p); }
 
@@ -43,30 +30,30 @@ void wsp_value_class(const uint8_t *p, uint8_t *cls) { *cls = wsp_class_of(*p); 
 // length.
 extern "C" WSP_API char *wsp_strtoken(char **pos, const char *delim) {
     if (delim == nullptr || delim[0] == '\0' || delim[1] != '\0') return nullptr;
-    if (pos == nullptr || *pos == nullptr || (*pos)[0] == '\0') return nullptr;
-    const uint8_t d = static_cast<uint8_t>(delim[0]);
-    // The characters that stop the scan: the delimiter and, while quotes
-    // still pair up, the quotation mark (the terminator always stops
-    // strcspn).  Everything in between is passed over in one call instead
-    // of one character at a time.
-    char stops[3] = {delim[0], '"', '\0'};
-    char *s = *pos;
+    return wsp_next_token(pos, static_cast<uint8_t>(delim[0]));
+}
+
+namespace {
+
+// The quote-aware walk from s: a quotation mark (while quotes still pair
+// up) jumps to its partner, and the walk stops at the delimiter or the
+// terminator.  The search for a partner that is not there happens once;
+// after it a mark is an ordinary character.
+char *walk_token(char **pos, char *s, uint8_t delim) {
     size_t i = 0;
     bool unbalanced = false;
     for (;;) {
-        i += std::strcspn(s + i, stops);
         uint8_t tested = static_cast<uint8_t>(s[i]);
         if (tested == '"' && !unbalanced) {
             const char *close = std::strchr(s + i + 1, '"');
             if (close == nullptr) {
                 unbalanced = true; // the mark itself is tested below
-                stops[1] = '\0';  // from now on a mark is an ordinary character
             } else {
                 i = static_cast<size_t>(close - s) + 1;
                 tested = static_cast<uint8_t>(s[i]);
             }
         }
-        if (tested == d) {
+        if (tested == delim) {
             if (i > 0) {
                 s[i] = '\0';
                 *pos = s + i + 1;
@@ -81,6 +68,41 @@ extern "C" WSP_API char *wsp_strtoken(char **pos, const char *delim) {
         }
         ++i;
     }
+}
+
+} // namespace
+
+// Most tokens hold no quotation mark: after the leading delimiters, the
+// first delimiter ends the token unless a mark comes before it.  Both
+// searches run through the C library's string functions; a token with a
+// mark takes the quote-aware walk.  A quotation mark as the delimiter
+// always takes the walk, which treats it as a quote first.
+char *wsp_next_token_n(char **pos, uint8_t delim, size_t *length) {
+    if (pos == nullptr || *pos == nullptr || (*pos)[0] == '\0') return nullptr;
+    char *s = *pos;
+    if (delim != '"') {
+        while (static_cast<uint8_t>(*s) == delim) ++s;
+        char *stop = std::strchr(s, static_cast<char>(delim));
+        const size_t n = stop != nullptr ? static_cast<size_t>(stop - s) : std::strlen(s);
+        if (std::memchr(s, '"', n) == nullptr) {
+            if (stop == nullptr) {
+                *pos = s + n;
+            } else {
+                *stop = '\0';
+                *pos = stop + 1;
+            }
+            *length = n;
+            return s;
+        }
+    }
+    char *token = walk_token(pos, s, delim);
+    *length = std::strlen(token);
+    return token;
+}
+
+char *wsp_next_token(char **pos, uint8_t delim) {
+    size_t length = 0;
+    return wsp_next_token_n(pos, delim, &length);
 }
 
 // Scans hay for needle outside double-quoted sections.  The needle is
@@ -119,9 +141,35 @@ char *wsp_uint_to_text(uint32_t v, char *end) {
     return p;
 }
 
+// A machine word at a time (eight octets here, four on the 32-bit target):
+// in each octet below 0x80 whose low seven bits lie in 'A'..'Z' the 0x20 bit
+// is set; every other octet is written back as it was.  The tail goes octet
+// by octet.
+void wsp_lower_run(char *s, size_t n) {
+    using word = unsigned long;
+    constexpr word kOnes = ~word{0} / 0xFF;
+    constexpr word kHigh = kOnes * 0x80;
+    size_t i = 0;
+    for (; i + sizeof(word) <= n; i += sizeof(word)) {
+        word w;
+        std::memcpy(&w, s + i, sizeof w);
+        const word low7 = w & ~kHigh;
+        const word from_a = low7 + kOnes * (0x80 - 'A');   // high bit: at least 'A'
+        const word past_z = low7 + kOnes * (0x80 - 'Z' - 1); // high bit: above 'Z'
+        const word capitals = from_a & ~past_z & ~w & kHigh;
+        if (capitals == 0) continue;
+        w |= capitals >> 2;
+        std::memcpy(s + i, &w, sizeof w);
+    }
+    for (; i < n; ++i) {
+        const uint8_t c = static_cast<uint8_t>(s[i]);
+        if (static_cast<uint8_t>(c - 'A') < 26u) s[i] = static_cast<char>(c + ('a' - 'A'));
+    }
+}
+
 void wsp_str_lower(char *s) {
     if (s == nullptr) return;
-    for (; *s != '\0'; ++s) *s = static_cast<char>(wsp_ascii_lower(static_cast<uint8_t>(*s)));
+    wsp_lower_run(s, std::strlen(s));
 }
 
 void wsp_trim(char **pos) {
@@ -133,12 +181,20 @@ void wsp_trim(char **pos) {
     while (len > 0 && is_blank(static_cast<uint8_t>(s[len - 1]))) s[--len] = '\0';
 }
 
+// Equal octets need no folding; only a pair that differs is compared again
+// in lower case.
 int wsp_strcasecmp(const char *a, const char *b) {
     const uint8_t *x = reinterpret_cast<const uint8_t *>(a);
     const uint8_t *y = reinterpret_cast<const uint8_t *>(b);
     for (;; ++x, ++y) {
-        uint8_t cx = wsp_ascii_lower(*x);
-        uint8_t cy = wsp_ascii_lower(*y);
-        if (cx != cy || cx == 0) return static_cast<int>(cx) - static_cast<int>(cy);
+        uint8_t cx = *x;
+        uint8_t cy = *y;
+        if (cx == cy) {
+            if (cx == 0) return 0;
+            continue;
+        }
+        cx = wsp_ascii_lower(cx);
+        cy = wsp_ascii_lower(cy);
+        if (cx != cy) return static_cast<int>(cx) - static_cast<int>(cy);
     }
 }

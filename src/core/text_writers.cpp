@@ -15,12 +15,29 @@ bool usable(const wsp_buffer *buf) { return buf != nullptr && buf->data != nullp
 
 uint16_t text_length(const char *text) { return static_cast<uint16_t>(std::strlen(text)); }
 
+// The octet tests of the two text forms, as objects the copy loop inlines.
+constexpr auto token_octet = [](uint8_t c) { return wsp_is_token_char(c); };
+// Printable ASCII, by far the most common case, costs one comparison.
+constexpr auto text_octet = [](uint8_t c) { return static_cast<uint8_t>(c - 32) < 95 || wsp_is_text_char(c); };
+
 // Copies count characters of text to data[at...], each of which must pass
 // `allowed`, then the terminating NUL.  Characters before a refused one stay
 // written.  False when a character is refused or an octet could not be
-// stored.
+// stored.  When all count + 1 octets lie inside the region the characters
+// are copied straight through data; otherwise octet by octet through the
+// guarded store, which keeps what fits and refuses the rest.
 template <typename Allowed>
 bool copy_checked(wsp_buffer *buf, uint32_t at, const char *text, uint16_t count, Allowed allowed) {
+    if (wsp_buffer_holds(buf, at, static_cast<uint32_t>(count) + 1)) {
+        uint8_t *dst = buf->data + at;
+        for (uint16_t i = 0; i < count; ++i) {
+            const uint8_t c = static_cast<uint8_t>(text[i]);
+            if (!allowed(c)) return false;
+            dst[i] = c;
+        }
+        dst[count] = 0;
+        return true;
+    }
     for (uint16_t i = 0; i < count; ++i) {
         uint8_t c = static_cast<uint8_t>(text[i]);
         if (!allowed(c) || !wsp_buffer_store(buf, at + i, c)) return false;
@@ -59,7 +76,7 @@ extern "C" WSP_API int wsp_tokentext_encode_buff(const char *text, wsp_buffer *o
     uint16_t len = text_length(text);
     if (out->size < static_cast<uint16_t>(len + out->length + 1)) return kWspErrFail;
     uint32_t at = wsp_buffer_tail_index(out);
-    if (!copy_checked(out, at, text, len, wsp_is_token_char)) return kWspErrFail;
+    if (!copy_checked(out, at, text, len, token_octet)) return kWspErrFail;
     out->length = static_cast<uint16_t>(out->length + len + 1);
     return kWspOk;
 }
@@ -84,7 +101,7 @@ int wsp_append_text_string(const char *text, wsp_buffer *buf) {
         count = static_cast<uint16_t>(len - 1);
     }
     if (buf->size < static_cast<uint16_t>(total + buf->length)) return kWspErrFail;
-    if (!copy_checked(buf, at, rest, count, wsp_is_text_char) || !quote_stored) return kWspErrFail;
+    if (!copy_checked(buf, at, rest, count, text_octet) || !quote_stored) return kWspErrFail;
     buf->length = static_cast<uint16_t>(buf->length + total);
     return kWspOk;
 }
@@ -97,7 +114,7 @@ int wsp_append_plain_text(const char *text, wsp_buffer *buf) {
     uint16_t total = static_cast<uint16_t>(len + 1);
     if (buf->size < static_cast<uint16_t>(total + buf->length)) return kWspErrFail;
     uint32_t at = wsp_buffer_tail_index(buf);
-    if (!copy_checked(buf, at, text, len, wsp_is_text_char)) return kWspErrFail;
+    if (!copy_checked(buf, at, text, len, text_octet)) return kWspErrFail;
     buf->length = static_cast<uint16_t>(buf->length + total);
     return kWspOk;
 }

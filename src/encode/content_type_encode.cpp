@@ -35,7 +35,8 @@ constexpr size_t kLocalTextSize = 256;
 // live on the stack, longer ones on the heap; freed on every path.
 class text_copy {
   public:
-    explicit text_copy(const char *text) : local_{}, heap_(nullptr), text_(nullptr) {
+    // Only the text and its NUL are copied: nothing reads past the NUL.
+    explicit text_copy(const char *text) : heap_(nullptr), text_(nullptr) {
         size_t n = std::strlen(text) + 1;
         char *dst = local_;
         if (n > kLocalTextSize) {

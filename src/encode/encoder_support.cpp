@@ -6,19 +6,41 @@
 #include "encode.h"
 #include "primitives.h"
 
+namespace {
+
+// Blanks that trimming removes: space, tab, CR and LF.
+bool is_blank(uint8_t c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
+
+// wsp_trim for a text whose length is known: the leading blanks are
+// skipped, the trailing ones cut off with NULs.  Returns the trimmed text;
+// *length becomes its length.
+char *trim_known(char *text, size_t *length) {
+    size_t n = *length;
+    while (n > 0 && is_blank(static_cast<uint8_t>(*text))) {
+        ++text;
+        --n;
+    }
+    while (n > 0 && is_blank(static_cast<uint8_t>(text[n - 1]))) text[--n] = '\0';
+    *length = n;
+    return text;
+}
+
+} // namespace
+
 char *wsp_enc_prepare(char *value, bool lower) {
     if (value == nullptr) return nullptr;
-    char *text = value;
-    wsp_trim(&text);
-    if (lower) wsp_str_lower(text);
+    size_t n = std::strlen(value);
+    char *text = trim_known(value, &n);
+    if (lower) wsp_lower_run(text, n);
     return text;
 }
 
 char *wsp_enc_next_element(char **cursor, const char *delim) {
-    char *element = wsp_strtoken(cursor, delim);
+    if (delim == nullptr || delim[0] == '\0' || delim[1] != '\0') return nullptr;
+    size_t n = 0;
+    char *element = wsp_next_token_n(cursor, static_cast<uint8_t>(delim[0]), &n);
     if (element == nullptr) return nullptr;
-    wsp_trim(&element);
-    return element;
+    return trim_known(element, &n);
 }
 
 uint16_t wsp_enc_scratch_size(const char *value) {

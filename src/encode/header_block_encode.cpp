@@ -49,13 +49,13 @@ struct text_line {
 // Takes the next line with the tokenizer; false when the text is done.  The
 // step counts the newline and a line-ending CR; the CR itself is cut off.
 bool next_line(char **cursor, text_line *line) {
-    char *text = wsp_strtoken(cursor, "\n");
+    size_t length = 0;
+    char *text = wsp_next_token_n(cursor, '\n', &length);
     if (text == nullptr) return false;
-    size_t length = std::strlen(text);
     line->step = static_cast<uint16_t>(length + 1);
     if (length > 0 && static_cast<uint8_t>(text[length - 1]) == 0x0D) text[length - 1] = '\0';
     char *rest = text;
-    line->name = wsp_strtoken(&rest, ":");
+    line->name = wsp_next_token(&rest, ':');
     // A line without a colon is a name with an empty value: rest then
     // stands on the line's NUL.
     line->value = rest;
@@ -63,8 +63,10 @@ bool next_line(char **cursor, text_line *line) {
 }
 
 // Looks the version up on every line; see block_state::limit.  A null
-// version text is an unknown one.
+// version text is an unknown one.  The row found for the line before is
+// tried first: a text equal to one row equals no other.
 void find_version(block_state *state) {
+    if (state->version_index != WSP_VERSION_UNKNOWN && wsp_version_is(state->version_index, state->version)) return;
     state->version_index = WSP_VERSION_UNKNOWN;
     int row = wsp_version_index(state->version);
     if (row < 0) return;
@@ -106,8 +108,7 @@ cookie_test test_cookie(const char *value) {
 // the line becomes an application header either way).  Kept as it is.
 int encode_page1_line(block_state *state, const text_line &line, int *remembered) {
     find_version(state);
-    wsp_str_lower(line.name);
-    int found = wsp_find_name_down(wsp_header_names, state->limit, line.name, false);
+    int found = wsp_lower_find_name_down(wsp_header_names, state->limit, line.name);
     if (found >= 0) *remembered = found;
 
     // The content type travels outside the header block.

@@ -16,11 +16,15 @@ class wsp_scratch {
   public:
     static constexpr uint16_t kLocalSize = 256;
 
-    explicit wsp_scratch(uint16_t size) : local_{}, heap_(nullptr), buf_{} {
+    // Only the `size` octets the scratch describes are zeroed: nothing is
+    // stored or read past them.
+    explicit wsp_scratch(uint16_t size) : heap_(nullptr), buf_{} {
         unsigned char *data = local_;
         if (size > kLocalSize) {
             heap_ = static_cast<unsigned char *>(std::calloc(size, 1));
             data = heap_;
+        } else {
+            std::memset(local_, 0, size);
         }
         buf_.data = data;
         buf_.size = size;

@@ -429,6 +429,24 @@ TEST(EncHdrNames, VersionIsComparedExactly) {
     EXPECT_EQ(page1("age: 30", "").out, app("age", " 30"));
 }
 
+TEST(EncHdrNames, VersionIsLookedUpAgainForEveryLine) {
+    // The version text may lie in memory the call itself writes: here in the
+    // output block, where the second Age overwrites its first character, so
+    // the third line sees an unknown version and the Accept encoder refuses
+    // it.
+    PageList pages({{1, "age: 1\nage: 2\naccept: */*"}});
+    OutBuffer out(16);
+    std::memcpy(out->data + 3, "1.4", 4);
+    wsp_hdrbuf holder{};
+    holder.length = 0xBEEF;
+    holder.buffer = out.get();
+    EXPECT_EQ(wsp_enc_hdr(pages.get(), &holder, reinterpret_cast<const char *>(out->data + 3)), WSP_ERR_FAIL);
+    EXPECT_EQ(out->data, nullptr);
+    EXPECT_EQ(holder.length, 0xBEEF);
+    // The same lines with the version text elsewhere.
+    EXPECT_EQ(page1("age: 1\nage: 2\naccept: */*", "1.4").out, "85 81 85 82 80 80");
+}
+
 TEST(EncHdrNames, AcceptGoesToTheAcceptEncoder) {
     Result r = page1("Accept: */*", "1.4");
     EXPECT_EQ(r.status, WSP_OK);

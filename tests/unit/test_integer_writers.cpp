@@ -352,6 +352,24 @@ TEST(StrToU32, MinusNegatesModulo32Bits) {
     EXPECT_EQ(wsp_strtou32("-4294967295", nullptr, 10), 1u);
 }
 
+TEST(StrToU32, NineDigitsAndTenEitherSideOfTheShortRead) {
+    // Up to nine decimal digits are read without the overflow test; a tenth
+    // takes the general loop.  Both give strtoul's value and end.
+    const char *end = nullptr;
+    const char nine[] = "999999999x";
+    EXPECT_EQ(wsp_strtou32(nine, &end, 10), 999999999u);
+    EXPECT_EQ(end, nine + 9);
+    const char ten[] = "1234567890;";
+    EXPECT_EQ(wsp_strtou32(ten, &end, 10), 1234567890u);
+    EXPECT_EQ(end, ten + 10);
+    EXPECT_EQ(wsp_strtou32("4294967295", nullptr, 10), 0xFFFFFFFFu);
+    EXPECT_EQ(wsp_strtou32("4294967296", nullptr, 10), 0xFFFFFFFFu);
+    const char zeros[] = "0000000000012";
+    EXPECT_EQ(wsp_strtou32(zeros, &end, 10), 12u);
+    EXPECT_EQ(end, zeros + 13);
+    EXPECT_EQ(wsp_strtou32("-123456789", nullptr, 10), 0u - 123456789u);
+}
+
 TEST(StrToU32, OverflowSaturatesWhateverTheSign) {
     const char *text = "4294967296z";
     const char *end = nullptr;

@@ -285,3 +285,32 @@ TEST(TableIndex, HighOctetsAreNotFolded) {
     almost[0] = static_cast<char>('i' | 0x80);
     EXPECT_EQ(wsp_find_name(wsp_charsets, WSP_CHARSET_ROWS, almost.c_str(), true), -1);
 }
+
+TEST(TableIndex, LoweredHeaderNameMatchesTheScanOfItsLowerCase) {
+    // The header encoder's lookup lower-cases the name in place while it
+    // hashes it, then searches downward over the exact rows.
+    for (const std::string &text : texts()) {
+        for (int limit : limits_for(wsp_header_names, text)) {
+            const int from = limit - 1;
+            std::vector<char> copy(text.begin(), text.end());
+            copy.push_back('\0');
+            ASSERT_EQ(wsp_lower_find_name_down(wsp_header_names, from, copy.data()),
+                      scan_down(wsp_header_names, from, lower(text), false))
+                << "'" << text.substr(0, 40) << "' from " << from;
+            ASSERT_EQ(std::string(copy.data(), text.size()), lower(text));
+        }
+    }
+    EXPECT_EQ(wsp_lower_find_name_down(wsp_header_names, 0x47, nullptr), -1);
+}
+
+TEST(TableIndex, RowsFlagALaterRowOfTheSameName) {
+    // A probe stops after a row without the flag: no later row can match.
+    EXPECT_TRUE(wsp_header_names.repeated(WSP_HDR_CACHE_CONTROL));
+    EXPECT_TRUE(wsp_header_names.repeated(WSP_HDR_CACHE_CONTROL_1_3));
+    EXPECT_FALSE(wsp_header_names.repeated(WSP_HDR_CACHE_CONTROL_1_4));
+    EXPECT_FALSE(wsp_header_names.repeated(WSP_HDR_AGE));
+    EXPECT_TRUE(wsp_charsets.repeated(1));    // "iso-8859-1", again at row 114
+    EXPECT_FALSE(wsp_charsets.repeated(114));
+    EXPECT_TRUE(wsp_param_names.repeated(0x03)); // "type", again at 0x09
+    EXPECT_FALSE(wsp_param_names.repeated(0x09));
+}

@@ -282,6 +282,35 @@ TEST(StrToken, SameCutsAsOneCharacterAtATime) {
     expect_same_cuts("a,b", "", "empty delimiter");
 }
 
+// ---- wsp_next_token_n ------------------------------------------------------------
+
+TEST(NextToken, GivesTheLengthOnTheDirectCutAndTheQuoteWalk) {
+    TextCopy copy(",,ab,\"c,d\"e,f");
+    char *pos = copy.get();
+    size_t n = 99;
+    char *t = wsp_next_token_n(&pos, ',', &n); // no mark before the delimiter
+    EXPECT_STREQ(t, "ab");
+    EXPECT_EQ(n, 2u);
+    t = wsp_next_token_n(&pos, ',', &n); // a mark before the delimiter: the walk
+    EXPECT_STREQ(t, "\"c,d\"e");
+    EXPECT_EQ(n, 6u);
+    t = wsp_next_token_n(&pos, ',', &n); // no delimiter left
+    EXPECT_STREQ(t, "f");
+    EXPECT_EQ(n, 1u);
+    EXPECT_EQ(*pos, '\0');
+    EXPECT_EQ(wsp_next_token_n(&pos, ',', &n), nullptr);
+}
+
+TEST(NextToken, MarkAfterTheDelimiterKeepsTheDirectCut) {
+    TextCopy copy("ab;\"c");
+    char *pos = copy.get();
+    size_t n = 0;
+    EXPECT_STREQ(wsp_next_token_n(&pos, ';', &n), "ab");
+    EXPECT_EQ(n, 2u);
+    EXPECT_STREQ(wsp_next_token_n(&pos, ';', &n), "\"c"); // unbalanced: an ordinary character
+    EXPECT_EQ(n, 2u);
+}
+
 // ---- wsp_find_unquoted ------------------------------------------------------------
 
 TEST(FindUnquoted, FindsFirstOccurrence) {
@@ -369,6 +398,33 @@ TEST(StrLower, EmptyAndNull) {
     wsp_str_lower(t.get());
     EXPECT_STREQ(t.get(), "");
     wsp_str_lower(nullptr);
+}
+
+// ---- wsp_lower_run ---------------------------------------------------------------
+
+TEST(LowerRun, EveryOctetAtEveryPlaceOfAWord) {
+    // A machine word goes at a time (eight octets or four): every octet
+    // value at every position of a run that starts at each alignment, with
+    // the octets around it untouched.
+    constexpr size_t kRun = 17;
+    for (size_t start = 0; start < 8; ++start) {
+        for (unsigned v = 0; v < 256; ++v) {
+            for (size_t at = 0; at < kRun; ++at) {
+                char area[32];
+                std::memset(area, 'Q', sizeof area);
+                std::memset(area + start, 'K', kRun);
+                area[start + at] = static_cast<char>(v);
+                wsp_lower_run(area + start, kRun);
+                const uint8_t expected = (v >= 'A' && v <= 'Z') ? static_cast<uint8_t>(v + 32) : static_cast<uint8_t>(v);
+                ASSERT_EQ(static_cast<uint8_t>(area[start + at]), expected) << v << " at " << at << " from " << start;
+                for (size_t i = 0; i < sizeof area; ++i) {
+                    if (i == start + at) continue;
+                    const char around = (i >= start && i < start + kRun) ? 'k' : 'Q';
+                    ASSERT_EQ(area[i], around) << v << " at " << at << " from " << start << ", octet " << i;
+                }
+            }
+        }
+    }
 }
 
 // ---- wsp_trim ------------------------------------------------------------------------

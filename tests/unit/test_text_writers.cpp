@@ -165,6 +165,26 @@ TEST(AppendTextString, QuotedHighTextWithForbiddenLater) {
     EXPECT_EQ(hex(b->data, 3), "7F E9 EE");
 }
 
+TEST(TextStringAppend, RegionExactlyHoldingTheTextIsCopiedWhole) {
+    // Text and NUL end exactly at offset + size.
+    OutBuffer b(4, 3);
+    b.fill(0xEE);
+    EXPECT_EQ(wsp_append_text_string("abc", b.get()), WSP_OK);
+    EXPECT_EQ(b->length, 4);
+    EXPECT_EQ(b.region_hex(), "EE EE EE 61 62 63 00");
+}
+
+TEST(TextStringAppend, WrappedRoomTestStoresNothingPastTheRegion) {
+    // length + 4 wraps to 2, so the 16-bit room test passes, but the tail
+    // lies past the region: not one octet is stored and length stays.
+    OutBuffer b(4);
+    b.fill(0xEE);
+    b->length = 0xFFFE;
+    EXPECT_EQ(wsp_append_text_string("abc", b.get()), WSP_ERR_FAIL);
+    EXPECT_EQ(b->length, 0xFFFE);
+    EXPECT_EQ(b.region_hex(), "EE EE EE EE");
+}
+
 // ---- wsp_append_plain_text ------------------------------------------------------
 
 TEST(AppendPlainText, HighFirstOctetCopiedAsItIs) {
