@@ -36,17 +36,11 @@ int append_other_scheme(const char *scheme, char *parameters, wsp_buffer *body, 
 } // namespace
 
 int wsp_encode_credentials(uint8_t code, char *value, wsp_buffer *out, uint8_t version_index) {
-    if (value == nullptr) return kWspErrFail;
-    uint16_t scratch_size = wsp_enc_scratch_size(value);
-    char *cursor = wsp_enc_prepare(value, false);
     // The scheme ends at the first blank; the rest is taken as it stands.
-    char *scheme = wsp_strtoken(&cursor, " ");
-    if (scheme == nullptr) return kWspErrFail;
-    wsp_str_lower(scheme);
-    if (wsp_write_code_octet(code, out) != kWspOk) return kWspErrFail;
-
-    return wsp_append_built_value(scratch_size, out, [scheme, cursor, version_index](wsp_buffer *body) {
-        if (wsp_find_name(wsp_auth_schemes, 1, scheme, false) >= 0) return append_basic(cursor, body);
-        return append_other_scheme(scheme, cursor, body, version_index) == kWspOk ? kWspOk : kWspErrFail;
-    });
+    return wsp_encode_headed_value(
+        code, value, " ", wsp_first_part::token_lowered, out,
+        [version_index](char *scheme, char *rest, wsp_buffer *body) {
+            if (wsp_find_name(wsp_auth_schemes, 1, scheme, false) >= 0) return append_basic(rest, body);
+            return append_other_scheme(scheme, rest, body, version_index) == kWspOk ? kWspOk : kWspErrFail;
+        });
 }

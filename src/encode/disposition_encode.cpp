@@ -8,18 +8,14 @@
 #include "tables.h"
 
 int wsp_encode_disposition(uint8_t code, char *value, wsp_buffer *out, uint8_t version_index) {
-    if (value == nullptr) return kWspErrFail;
-    uint16_t scratch_size = wsp_enc_scratch_size(value);
-    char *cursor = wsp_enc_prepare(value, true);
-    char *disposition = wsp_enc_next_element(&cursor, ";");
-    // A value without a disposition is refused before anything is written.
-    if (disposition == nullptr) return kWspErrFail;
-    if (wsp_write_code_octet(code, out) != kWspOk) return kWspErrFail;
-
-    return wsp_append_built_value(scratch_size, out, [disposition, cursor, version_index](wsp_buffer *body) {
-        if (wsp_append_code_or_token(wsp_dispositions, WSP_DISPOSITION_ROWS, disposition, body) != kWspOk)
-            return kWspErrFail;
-        // The value is already lower case.
-        return wsp_append_param_list(cursor, ";", false, body, version_index);
-    });
+    // The value is lower-cased whole; the disposition is its first element,
+    // and a value without one is refused before anything is written.
+    return wsp_encode_headed_value(
+        code, value, ";", wsp_first_part::element, out,
+        [version_index](char *disposition, char *parameters, wsp_buffer *body) {
+            if (wsp_append_code_or_token(wsp_dispositions, WSP_DISPOSITION_ROWS, disposition, body) != kWspOk)
+                return kWspErrFail;
+            // The parameters are already lower case.
+            return wsp_append_param_list(parameters, ";", false, body, version_index);
+        });
 }

@@ -47,6 +47,16 @@ uint16_t wsp_enc_scratch_size(const char *value) {
     return static_cast<uint16_t>(std::strlen(value) + 1);
 }
 
+char *wsp_enc_open_value(char *value, const char *delim, wsp_first_part how, wsp_value_opening *opening) {
+    if (value == nullptr) return nullptr;
+    opening->scratch_size = wsp_enc_scratch_size(value);
+    opening->rest = wsp_enc_prepare(value, how == wsp_first_part::element);
+    if (how == wsp_first_part::element) return wsp_enc_next_element(&opening->rest, delim);
+    char *first = wsp_strtoken(&opening->rest, delim);
+    if (first != nullptr) wsp_str_lower(first);
+    return first;
+}
+
 int wsp_append_uintvar(uint32_t v, wsp_buffer *out) {
     uint8_t octets[5];
     uint8_t *cursor = octets;

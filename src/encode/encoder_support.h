@@ -23,6 +23,24 @@ char *wsp_enc_prepare(char *value, bool lower);
 // trimmed.  nullptr when the list is done.
 char *wsp_enc_next_element(char **cursor, const char *delim);
 
+// How a value's first part (a scheme, a unit, a disposition) is cut off.
+enum class wsp_first_part : uint8_t {
+    token_lowered, // by the tokenizer from the value as written, then lower-cased alone
+    element,       // from the value lower-cased whole, as a trimmed list element
+};
+
+// The opening of a value whose first part decides its form: the scratch
+// size of the value as handed in, and the text after the first part.
+struct wsp_value_opening {
+    uint16_t scratch_size;
+    char *rest;
+};
+
+// Prepares the value and cuts its first part at `delim` as `how` says.
+// nullptr for a null value or one without a first part; nothing is
+// written to any output.
+char *wsp_enc_open_value(char *value, const char *delim, wsp_first_part how, wsp_value_opening *opening);
+
 // Capacity of the scratch in which a value encoder builds the part of a value that
 // follows its Value-length: the length of the whole value text as it was
 // handed in (leading blanks included) plus one, in 16 bits.
@@ -102,6 +120,21 @@ int wsp_encode_known_or_built_list(uint8_t code, char *list, uint16_t scratch_si
         if (known_code >= 0) return wsp_append_short_int(static_cast<uint32_t>(known_code), out);
         return wsp_append_built_value(scratch_size, out, [&](wsp_buffer *body) { return build(element, body); });
     });
+}
+
+// A value whose first part leads a body sent behind its Value-length (the
+// credentials, the disposition): the code octet, then `build(first, rest,
+// body)` in a scratch the size of the value.  A value without a first part
+// is refused before anything is written.
+template <typename Build>
+int wsp_encode_headed_value(uint8_t code, char *value, const char *delim, wsp_first_part how, wsp_buffer *out,
+                            Build build) {
+    wsp_value_opening opening;
+    char *first = wsp_enc_open_value(value, delim, how, &opening);
+    if (first == nullptr || wsp_write_code_octet(code, out) != kWspOk) return kWspErrFail;
+    char *rest = opening.rest;
+    return wsp_append_built_value(opening.scratch_size, out,
+                                  [&](wsp_buffer *body) { return build(first, rest, body); });
 }
 
 // Cuts `list` at `delim` and hands each trimmed element (lower-cased first

@@ -105,17 +105,14 @@ int wsp_encode_content_range(uint8_t code, char *value, wsp_buffer *out, uint8_t
 }
 
 int wsp_encode_range(uint8_t code, char *value, wsp_buffer *out, uint8_t version_index) {
-    if (value == nullptr) return kWspErrFail;
-    uint16_t scratch_size = wsp_enc_scratch_size(value);
-    char *cursor = wsp_enc_prepare(value, false);
+    wsp_value_opening opening;
     // The unit is compared as it stands before the "=": "bytes =0-1" is refused.
-    char *unit = wsp_strtoken(&cursor, "=");
-    if (unit == nullptr) return kWspErrFail;
-    wsp_str_lower(unit);
-    if (std::strcmp(unit, "bytes") != 0) return kWspErrFail;
+    char *unit = wsp_enc_open_value(value, "=", wsp_first_part::token_lowered, &opening);
+    if (unit == nullptr || std::strcmp(unit, "bytes") != 0) return kWspErrFail;
 
     // One header per range; a value without a range is refused.
-    return wsp_encode_each_element(code, cursor, out, kWspErrFail, [scratch_size, out](char *range) {
+    const uint16_t scratch_size = opening.scratch_size;
+    return wsp_encode_each_element(code, opening.rest, out, kWspErrFail, [scratch_size, out](char *range) {
         return wsp_append_built_value(scratch_size, out, [range](wsp_buffer *body) { return build_range(range, body); });
     });
 }

@@ -212,15 +212,14 @@ int wsp_encode_param_value(char *value, uint8_t code, wsp_buffer *out, uint8_t *
     case 0x0F: // path
         status = wsp_append_text_string(value, out);
         break;
-    case kParamDifferences:
-        status = write_row_or_token(wsp_header_names, WSP_HEADER_NAME_ROWS, value, out);
+    case kParamDifferences: // a header name
+    case kParamTypeRelated: // a content type among the rows a related type may name
+        status = code == kParamDifferences ? write_row_or_token(wsp_header_names, WSP_HEADER_NAME_ROWS, value, out)
+                                           : write_row_or_token(wsp_content_types, kRelatedTypeRows, value, out);
         break;
     case kParamPadding:
     case kParamSec:
         status = write_small_number(value, out);
-        break;
-    case kParamTypeRelated:
-        status = write_row_or_token(wsp_content_types, kRelatedTypeRows, value, out);
         break;
     case kParamSecure:
         status = write_secure(out);

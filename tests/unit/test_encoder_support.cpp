@@ -301,3 +301,58 @@ TEST(EncoderSupport, BuiltValueThatDoesNotFitFails) {
     EXPECT_EQ(wsp_append_built_value(8, out.get(), [](wsp_buffer *body) { return wsp_append_text_string("abc", body); }),
               WSP_ERR_FAIL);
 }
+
+TEST(EncoderSupport, OpenValueCutsATokenFromTheTextAsWrittenAndLowerCasesItAlone) {
+    TextCopy value(" Basic QWxh:Zm9v");
+    wsp_value_opening opening{};
+    char *first = wsp_enc_open_value(value.get(), " ", wsp_first_part::token_lowered, &opening);
+    EXPECT_STREQ(first, "basic");
+    EXPECT_STREQ(opening.rest, "QWxh:Zm9v");
+    // Measured on the value as handed in, leading blank included.
+    EXPECT_EQ(opening.scratch_size, 17);
+}
+
+TEST(EncoderSupport, OpenValueCutsATrimmedElementFromTheLowerCasedValue) {
+    TextCopy value("Attachment ; Filename=Report.TXT");
+    wsp_value_opening opening{};
+    char *first = wsp_enc_open_value(value.get(), ";", wsp_first_part::element, &opening);
+    EXPECT_STREQ(first, "attachment");
+    EXPECT_STREQ(opening.rest, " filename=report.txt");
+    EXPECT_EQ(opening.scratch_size, 33);
+}
+
+TEST(EncoderSupport, OpenValueFindsNoFirstPartInANullOrBlankValue) {
+    wsp_value_opening opening{};
+    EXPECT_EQ(wsp_enc_open_value(nullptr, ";", wsp_first_part::element, &opening), nullptr);
+    TextCopy blank("   ");
+    EXPECT_EQ(wsp_enc_open_value(blank.get(), " ", wsp_first_part::token_lowered, &opening), nullptr);
+    TextCopy blank_list("  ");
+    EXPECT_EQ(wsp_enc_open_value(blank_list.get(), ";", wsp_first_part::element, &opening), nullptr);
+}
+
+TEST(EncoderSupport, HeadedValueWritesTheCodeOctetThenTheBodyBehindItsLength) {
+    OutBuffer out(16);
+    TextCopy value("Inline; X");
+    int status = wsp_encode_headed_value(0x2E, value.get(), ";", wsp_first_part::element, out.get(),
+                                         [](char *first, char *rest, wsp_buffer *body) {
+                                             EXPECT_STREQ(first, "inline");
+                                             EXPECT_STREQ(rest, " x");
+                                             return wsp_tokentext_encode_buff(first, body);
+                                         });
+    EXPECT_EQ(status, WSP_OK);
+    EXPECT_EQ(out.written_hex(), "AE 07 69 6E 6C 69 6E 65 00");
+}
+
+TEST(EncoderSupport, HeadedValueWithoutAFirstPartWritesNothing) {
+    OutBuffer out(16);
+    TextCopy value("   ");
+    bool built = false;
+    int status = wsp_encode_headed_value(0x2E, value.get(), ";", wsp_first_part::element, out.get(),
+                                         [&built](char *, char *, wsp_buffer *) {
+                                             built = true;
+                                             return WSP_OK;
+                                         });
+    EXPECT_EQ(status, WSP_ERR_FAIL);
+    EXPECT_FALSE(built);
+    EXPECT_EQ(out->length, 0);
+}
