@@ -24,7 +24,7 @@ std::string text_header(uint8_t code_octet, const char *text) {
 
 } // namespace
 
-// ---- A: number or text ----
+// ---- number or text ----
 
 TEST(NumberOrText, AgeIsTrimmedAndWrittenAsLongInteger) {
     Encoded e = run(wsp_encode_number_or_text, 0x05, "   300");
@@ -147,7 +147,7 @@ TEST(NumberOrText, WritesAfterOffsetAndExistingLength) {
     EXPECT_EQ(out.written_hex(), "00 85 87");
 }
 
-// ---- B: Accept-Encoding (older code) ----
+// ---- Accept-Encoding (older code) ----
 
 TEST(AcceptEncoding, KnownCodingsAreShortIntegersOneHeaderEach) {
     Encoded e = run(wsp_encode_accept_encoding, 0x02, "gzip, compress,deflate");
@@ -200,7 +200,7 @@ TEST(AcceptEncoding, NullValueFails) {
     EXPECT_EQ(out->length, 0);
 }
 
-// ---- C: token lists ----
+// ---- token lists ----
 
 TEST(TokenList, AcceptRangesUnits) {
     EXPECT_EQ(run(wsp_encode_token_list, 0x04, "bytes").hex, "84 81");
@@ -297,7 +297,7 @@ TEST(TokenList, NullValueFails) {
     EXPECT_EQ(out->length, 0);
 }
 
-// ---- D: Allow ----
+// ---- Allow ----
 
 TEST(Allow, MethodNameAndHexadecimalNumber) {
     Encoded e = run(wsp_encode_allow, 0x06, "GET, 0x41");

@@ -28,7 +28,7 @@ const char kDigestHex[] = "8F 10 01 23 45 67 89 AB CD EF FE DC BA 98 76 54 32 10
 
 } // namespace
 
-// ---- J: Content-MD5 ----
+// ---- Content-MD5 ----
 
 TEST(ContentMd5, SixteenTwoDigitGroups) {
     Encoded e = run(wsp_encode_content_md5, 0x0F, std::string(" ") + kDigestText + "\r\n");
@@ -114,7 +114,7 @@ TEST(ContentMd5, NullValueFails) {
     EXPECT_EQ(out->length, 0);
 }
 
-// ---- K: Content-Range ----
+// ---- Content-Range ----
 
 TEST(ContentRange, FirstPositionAndEntityLength) {
     Encoded e = run(wsp_encode_content_range, 0x10, " Bytes 0-499/1234 ");
@@ -167,7 +167,7 @@ TEST(ContentRange, NullValueFails) {
     EXPECT_EQ(out->length, 0);
 }
 
-// ---- L: Range ----
+// ---- Range ----
 
 TEST(Range, FirstAndLastPosition) {
     Encoded e = run(wsp_encode_range, 0x23, " bytes=0-499 ");
@@ -222,7 +222,7 @@ TEST(Range, NullValueFails) {
     EXPECT_EQ(out->length, 0);
 }
 
-// ---- M: Retry-After ----
+// ---- Retry-After ----
 
 TEST(RetryAfter, SecondsAreARelativeTime) {
     Encoded e = run(wsp_encode_retry_after, 0x25, "120");

@@ -21,7 +21,7 @@ Encoded run(wsp_header_encoder encoder, uint8_t code, const std::string &value, 
 
 } // namespace
 
-// ---- F: Pragma ----
+// ---- Pragma ----
 
 TEST(Pragma, NoCacheIsItsNumber) {
     Encoded e = run(wsp_encode_pragma, 0x1F, " No-Cache ");
@@ -96,7 +96,7 @@ TEST(Pragma, NullValueFails) {
     EXPECT_EQ(out->length, 0);
 }
 
-// ---- G: text lists ----
+// ---- text lists ----
 
 TEST(TextList, IfMatchWritesEachTagAsText) {
     Encoded e = run(wsp_encode_text_list, 0x18, " \"abc\", \"def\" ");
@@ -168,7 +168,7 @@ TEST(TextList, NullValueFails) {
     EXPECT_EQ(out->length, 0);
 }
 
-// ---- H: credentials ----
+// ---- credentials ----
 
 TEST(Credentials, BasicUserAndPasswordAsTheyStand) {
     Encoded e = run(wsp_encode_credentials, 0x07, " Basic QWxh:ZGRp ");
@@ -256,7 +256,7 @@ TEST(Credentials, NullValueFails) {
     EXPECT_EQ(out->length, 0);
 }
 
-// ---- I: Content-Disposition ----
+// ---- Content-Disposition ----
 
 TEST(Disposition, WellKnownDispositions) {
     EXPECT_EQ(run(wsp_encode_disposition, 0x2E, "form-data").hex, "AE 01 80");
